@@ -1,0 +1,126 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "util/date_time.h"
+#include "util/failure.h"
+
+namespace luming {
+
+/// One field of a row as an ADO client sees it: NULL, flag (bit), whole number (int, smallint, bigint), number (float,
+/// decimal, money), text, date and time.
+class Value {
+ public:
+  Value() = default;  ///< NULL
+  explicit Value(bool flag) : data_(flag) {}
+  explicit Value(std::int64_t number) : data_(number) {}
+  explicit Value(double number) : data_(number) {}
+  explicit Value(std::string text) : data_(std::move(text)) {}
+  explicit Value(DateTime moment) : data_(moment) {}
+
+  bool IsNull() const { return std::holds_alternative<std::monostate>(data_); }
+
+  /// The default text: numbers with 15 digits, flags "True" and "False", dates "2026/3/1 8:05:00". NULL is failure 94.
+  std::string Text() const;
+  /// The same with an empty text for NULL: what a grid cell shows.
+  std::string TextOrEmpty() const;
+  /// As a number; a text is converted. NULL is failure 94, a text that is no number 13.
+  double Number() const;
+  double NumberOr(double fallback) const { return IsNull() ? fallback : Number(); }
+  std::int32_t Long() const;
+  bool Bool() const;  ///< any number but 0 is true; NULL is failure 94
+  DateTime Date() const;
+  /// As FormatNumber or FormatDate of the value by its kind; an empty text for NULL.
+  std::string Format(std::string_view picture) const;
+
+  /// The value itself, for adapters and for code that is fast because it looks.
+  using Data = std::variant<std::monostate, bool, std::int64_t, double, std::string, DateTime>;
+  const Data& data() const { return data_; }
+  /// Moves a text out without a copy; any other value gives TextOrEmpty().
+  std::string TakeText();
+
+ private:
+  Data data_;
+};
+
+/// The rows of a statement, all fetched (client cursor): RecordCount is exact from the start. Positioned on the first
+/// row when it is filled. A recordset that was never filled, or whose statement gave no rows at all (an update), is
+/// closed: whatever asks it for rows gets failure 3704.
+class Recordset {
+ public:
+  Recordset() = default;
+  explicit Recordset(std::vector<std::string> columns);  ///< open, without rows
+
+  bool IsOpen() const { return open_; }
+  void Close();
+
+  int RecordCount() const;
+  bool Eof() const;
+  void MoveFirst();
+  void MoveNext();  ///< past the end is failure 3021
+
+  /// The current row's field. Names match without regard to case. Failure 3265 without such a field, 3021 without row.
+  const Value& Field(std::string_view name) const;
+  const Value& Field(std::size_t index) const;  ///< 0 is the first column
+  Value& Field(std::size_t index);              ///< to move a text out
+
+  std::size_t ColumnCount() const;
+  const std::vector<std::string>& ColumnNames() const { return columns_; }
+  std::size_t ColumnIndex(std::string_view name) const;  ///< failure 3265 without such a field
+
+  /// Rows of the further results of one text, in order; closed when there is none left.
+  Recordset NextRecordset();
+
+  // For the adapters that fill it.
+  void AppendRow(std::vector<Value> row);
+  void Reserve(std::size_t rows);
+  void SetNext(std::unique_ptr<Recordset> next);
+
+ private:
+  const std::vector<Value>& CurrentRow() const;
+
+  bool open_ = false;
+  std::vector<std::string> columns_;
+  std::vector<std::vector<Value>> rows_;
+  std::size_t current_ = 0;
+  std::unique_ptr<Recordset> next_;
+};
+
+/// One connection to a store. Not thread-safe; used by the user-interface thread alone. All operations throw Failure
+/// with the numbers an ADO client shows.
+class Connection {
+ public:
+  virtual ~Connection() = default;
+
+  /// @param connection_string "Provider=sqloledb;Data Source=…;Initial Catalog=…;User ID=…;Password=…;"
+  virtual void Open(std::string_view connection_string) = 0;
+  virtual void Close() = 0;  ///< an open transaction is rolled back; closing twice is nothing
+  virtual bool IsOpen() const = 0;
+
+  /// Runs the T-SQL text as it stands and returns its first result that has columns; a closed recordset when none has.
+  virtual Recordset Execute(std::string_view sql) = 0;
+
+  virtual void BeginTrans() = 0;
+  virtual void CommitTrans() = 0;
+  virtual void RollbackTrans() = 0;
+};
+
+/// One statement as it was sent, for the trace.
+struct TracedStatement {
+  std::string sql;
+  int rows;  ///< of the first result; -1 when it had none or failed
+  std::chrono::microseconds took;
+  std::string failure;  ///< description; empty when it ran
+};
+
+using StatementTrace = std::function<void(const TracedStatement&)>;
+
+}  // namespace luming
