@@ -24,7 +24,7 @@ class DateTime {
   int Minute() const;
   int Second() const;
   int Millisecond() const;
-  int Weekday() const;  ///< 1 is Sunday, 7 is Saturday
+  int Weekday() const;    ///< 1 is Sunday, 7 is Saturday
   DateTime Date() const;  ///< the same day at midnight
   bool HasTime() const;   ///< false at midnight exactly
 

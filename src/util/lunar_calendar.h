@@ -6,8 +6,8 @@
 
 namespace luming {
 
-/// The line of status panel 3: civil date, weekday, year in the cycle of sixty with its animal, lunar month and day, and
-/// the festivals of the day.
+/// The line of status panel 3: civil date, weekday, year in the cycle of sixty with its animal, lunar month and day,
+/// and the festivals of the day.
 class GET_NL {
  public:
   explicit GET_NL(DateTime today) : today_(today) {}

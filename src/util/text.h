@@ -6,7 +6,8 @@
 
 namespace luming {
 
-/// All text inside the program is UTF-8. Positions and lengths here count characters (code points), as an operator does.
+/// All text inside the program is UTF-8. Positions and lengths here count characters (code points), as an operator
+/// does.
 
 std::size_t CharCount(std::string_view text);
 std::string Left(std::string_view text, std::size_t count);

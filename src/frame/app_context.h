@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "frame/user_rights.h"
+#include "platform/database.h"
+#include "platform/desktop.h"
+#include "platform/devices.h"
+#include "screen/forms.h"
+#include "util/clock.h"
+
+namespace luming {
+
+struct CommandTable;
+
+/// The process-wide state that every screen reads, and the ports it works through. One instance; plain variables, each
+/// written by the routine named at it and read by everyone.
+struct AppContext {
+  /// What the composition root gives; all of it outlives the context.
+  AppContext(Desktop& the_desktop, Devices& the_devices, const Clock& the_clock, std::filesystem::path app_path,
+             std::function<std::unique_ptr<Connection>()> connection_factory, const CommandTable& command_table)
+      : desktop(the_desktop),
+        devices(the_devices),
+        clock(the_clock),
+        AppPath(std::move(app_path)),
+        CreateConnection(std::move(connection_factory)),
+        commands(command_table),
+        forms(the_desktop, the_clock) {}
+
+  Desktop& desktop;
+  Devices& devices;
+  const Clock& clock;
+  const std::filesystem::path AppPath;  ///< the application directory
+  const std::function<std::unique_ptr<Connection>()> CreateConnection;
+  const CommandTable& commands;
+
+  std::string CommandLine;         ///< the command tail of the process
+  std::unique_ptr<Connection> Cn;  ///< the one database connection; `Main` creates it, `ExitApp` releases it
+  std::string ConnStr;             ///< connection string in use; `Main`
+  User_qx CurUser;                 ///< operator and rights; login
+  std::string KFMC;                ///< storehouse worked in; `ReadWarehouseType`, then `Frm_CheckYK`
+  std::int32_t IME = 0;            ///< keyboard layout handle; login
+  std::string SearchType;          ///< default search mode of the pickers; login
+  std::string ReportUnit;          ///< unit name on reports and in status panel 2; login, before the main window shows
+  bool SwitchUser = false;         ///< the login dialog was reopened from the main window; never reset
+
+  /// Unloaded before the connection goes.
+  Forms forms;
+
+  static constexpr const char* kTitle = "鹿鸣仓管系统";
+};
+
+}  // namespace luming

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <functional>
+
+namespace luming {
+
+/// A handler slot of a control: at most one handler, a member function of the screen.
+template <class... Args>
+class Event {
+ public:
+  template <class T>
+  void Connect(T* owner, void (T::*handler)(Args...)) {
+    handler_ = [owner, handler](Args... args) { (owner->*handler)(args...); };
+  }
+  void Connect(std::function<void(Args...)> handler) { handler_ = std::move(handler); }
+  bool IsConnected() const { return static_cast<bool>(handler_); }
+  void Fire(Args... args) const {
+    if (handler_) handler_(args...);
+  }
+
+ private:
+  std::function<void(Args...)> handler_;
+};
+
+/// Codes of the keys that the screens speak of.
+namespace key {
+inline constexpr int kBackspace = 8, kTab = 9, kEnter = 13, kEsc = 27, kSpace = 32;
+inline constexpr int kPageUp = 33, kPageDown = 34, kEnd = 35, kHome = 36;
+inline constexpr int kLeft = 37, kUp = 38, kRight = 39, kDown = 40, kInsert = 45, kDelete = 46;
+inline constexpr int kF1 = 112, kF2 = 113, kF3 = 114, kF4 = 115, kF5 = 116, kF12 = 123;
+}  // namespace key
+
+struct KeyEvent {
+  int code = 0;  ///< see namespace key; letters and digits by their upper-case ASCII code
+  bool shift = false;
+  bool ctrl = false;
+  bool alt = false;
+  bool handled = false;  ///< set by a handler to stop what would follow
+};
+
+}  // namespace luming

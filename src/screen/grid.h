@@ -1,0 +1,142 @@
+#pragma once
+
+#include <filesystem>
+#include <initializer_list>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/database.h"
+#include "screen/control.h"
+
+namespace luming {
+
+enum class CellKind { kText, kNumber, kStatic, kCheck, kCombo, kDate };
+enum class Align { kDefault, kLeft, kRight, kCentre };  ///< default: numbers right, the rest left
+
+/// One column as a screen declares it; a bare caption converts to it.
+struct GridColumn {
+  GridColumn(const char* column_caption) : caption(column_caption) {}  // NOLINT(google-explicit-constructor)
+  GridColumn(std::string column_caption, int column_width = 0, Align column_align = Align::kDefault)
+      : caption(std::move(column_caption)), width(column_width), align(column_align) {}
+  std::string caption;
+  int width = 0;  ///< in average characters; 0: the view chooses by caption and contents
+  Align align = Align::kDefault;
+  bool hidden = false;
+  bool locked = false;
+  static GridColumn Hidden(std::string caption = {});
+  static GridColumn Locked(std::string caption, int width = 0, Align align = Align::kDefault);
+};
+
+/// Where a column's text comes from when a grid is filled from a recordset.
+struct ColumnSource {
+  const char* field;
+  const char* picture = "";  ///< of FormatNumber or FormatDate; empty: the default text
+};
+
+/// A spreadsheet: rows and columns from 1, row 0 is the header. Cells hold text; a formula cell shows the text of its
+/// present result. Rows are the document: what the operator sees is what the screen reads back.
+class Grid : public Control {
+ public:
+  Grid(Form* form, std::string name, std::vector<GridColumn> columns = {});
+  ~Grid() override;
+
+  int MaxRows() const;
+  void SetMaxRows(int rows);  ///< cuts or appends empty rows at the end
+  int MaxCols() const;
+  void SetMaxCols(int cols);
+
+  /// Text of a cell; row 0 is the header. Outside the grid: empty.
+  std::string Text(int row, int col) const;
+  void SetText(int row, int col, std::string text);  ///< by code: no event. Outside the grid: nothing
+  double Number(int row, int col) const;             ///< the number the cell's text begins with, else 0
+
+  /// "SUM(E1:E7)": live, follows every later edit; rows inserted or deleted above do not shift it. Empty removes it.
+  void SetFormula(int row, int col, std::string formula);
+  std::string Formula(int row, int col) const;
+
+  // Looks. A row or column of -1 means all of them.
+  void SetKind(int row, int col, CellKind kind);
+  CellKind Kind(int row, int col) const;
+  using Control::Kind;
+  void SetComboItems(int row, int col, std::vector<std::string> items);
+  std::vector<std::string> ComboItems(int row, int col) const;
+  void SetBold(int row, int first_col, int last_col, bool bold);
+  bool Bold(int row, int col) const;
+  void SetLocked(int row, int first_col, int last_col, bool locked);
+  bool Locked(int row, int col) const;
+  void SetAlign(int row, int col, Align align);
+  Align CellAlign(int row, int col) const;  ///< resolved: never kDefault
+  void SetColours(int row, int first_col, int last_col, Colour text, Colour back);
+  Colour CellTextColour(int row, int col) const;
+  Colour CellBackColour(int row, int col) const;
+  void SetSpan(int row, int col, int rows, int cols);
+  /// Rows and columns the cell at (row, col) covers; {0, 0} when another cell covers it.
+  std::pair<int, int> Span(int row, int col) const;
+
+  void SetColumnHidden(int col, bool hidden);
+  bool ColumnHidden(int col) const;
+  void SetColumnWidth(int col, int characters);
+  int ColumnWidth(int col) const;
+  void SetFrozenCols(int cols);  ///< stay in view while the rest scrolls
+  int FrozenCols() const;
+  void SetGridColours(Colour back, Colour grey_area, Colour locked_text);
+
+  void InsertRows(int row, int count);
+  void DeleteRows(int row, int count);  ///< moves the rest up and appends as many empty rows, as a spreadsheet does
+  void SwapRows(int first, int second);
+  void SortRows(int col, bool ascending);  ///< by number where both are numbers, else as text; a total row stays last
+
+  int ActiveRow() const;  ///< 1 from the start; 0 in an empty grid
+  int ActiveCol() const;
+  void SetActiveCell(int row, int col);  ///< by code: no leave-cell event
+  int TopRow() const;
+  void SetTopRow(int row);
+  /// The whole active row is shown selected, and cells are not edited in place.
+  void SetRowMode(bool on);
+  bool RowMode() const;
+  /// Off: the view waits; on again: it draws once.
+  void SetReDraw(bool on);
+
+  /// Replaces all rows: one row for each record from the first on, columns in the order of `sources`, NULL as an empty
+  /// cell. Fires nothing. Moves texts out of `rows` when it is an rvalue.
+  void Fill(Recordset&& rows, const std::vector<ColumnSource>& sources);
+
+  /// Texts and formulas of all cells, hidden ones included, in a file of its own (not the looks). Failure on any error;
+  /// the old file stays whole when the write fails.
+  void SaveToFile(const std::filesystem::path& file) const;
+  /// Replaces all rows. A foreign, cut or damaged file is a Failure and changes nothing.
+  void LoadFromFile(const std::filesystem::path& file);
+
+  // What the operator does, called by the view and by scripts.
+  void UserActivate(int row, int col);   ///< leave_cell may refuse
+  void UserClickCell(int row, int col);  ///< activates, then click
+  void UserDoubleClick(int row, int col);
+  void UserRightClick(int row, int col);
+  /// Edits in place: false when the cell is locked, in row mode, or before_edit refuses. Fires change when it differs.
+  bool UserEdit(int row, int col, std::string text);
+  bool CanEdit(int row, int col);  ///< asks before_edit, too
+  void UserHeaderClick(int col);
+
+  struct CellRef {
+    int row = 0;
+    int col = 0;
+  };
+  Event<int, int> change;  ///< row, column: the operator changed the cell's text
+  Event<int, int> click;
+  Event<int, int> double_click;
+  Event<int, int> right_click;
+  Event<int> header_click;
+  Event<CellRef, bool&> before_edit;          ///< set the flag to refuse
+  Event<CellRef, CellRef, bool&> leave_cell;  ///< from, to; set the flag to stay
+
+  void DefaultKey(KeyEvent& event) override;  ///< arrows, Page, Home, End move the active cell
+  bool CanFocus() const override;
+
+ private:
+  struct Cells;
+  std::unique_ptr<Cells> cells_;
+};
+
+}  // namespace luming
