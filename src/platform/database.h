@@ -21,9 +21,11 @@ class Value {
  public:
   Value() = default;  ///< NULL
   explicit Value(bool flag) : data_(flag) {}
+  explicit Value(int number) : data_(std::int64_t{number}) {}
   explicit Value(std::int64_t number) : data_(number) {}
   explicit Value(double number) : data_(number) {}
   explicit Value(std::string text) : data_(std::move(text)) {}
+  explicit Value(const char* text) : data_(std::string(text)) {}
   explicit Value(DateTime moment) : data_(moment) {}
 
   bool IsNull() const { return std::holds_alternative<std::monostate>(data_); }
@@ -32,13 +34,15 @@ class Value {
   std::string Text() const;
   /// The same with an empty text for NULL: what a grid cell shows.
   std::string TextOrEmpty() const;
-  /// As a number; a text is converted. NULL is failure 94, a text that is no number 13.
+  /// As a number; a text is converted, true is -1, a date is its days since 1899-12-30. NULL is failure 94, a text that
+  /// is no number 13.
   double Number() const;
   double NumberOr(double fallback) const { return IsNull() ? fallback : Number(); }
-  std::int32_t Long() const;
-  bool Bool() const;  ///< any number but 0 is true; NULL is failure 94
-  DateTime Date() const;
-  /// As FormatNumber or FormatDate of the value by its kind; an empty text for NULL.
+  std::int32_t Long() const;  ///< as CLng of Number()
+  bool Bool() const;      ///< any number but 0 is true; NULL is failure 94, a text that is neither number nor flag 13
+  DateTime Date() const;  ///< a text needs its year; NULL is failure 94, what is no date 13
+  /// As FormatNumber, FormatNumberText or FormatDate of the value by its kind, a text that reads as a date under a
+  /// picture of date codes being a date; an empty text for NULL.
   std::string Format(std::string_view picture) const;
 
   /// The value itself, for adapters and for code that is fast because it looks.
@@ -64,15 +68,15 @@ class Recordset {
 
   int RecordCount() const;
   bool Eof() const;
-  void MoveFirst();
-  void MoveNext();  ///< past the end is failure 3021
+  void MoveFirst();  ///< without rows this is failure 3021
+  void MoveNext();   ///< past the end is failure 3021
 
   /// The current row's field. Names match without regard to case. Failure 3265 without such a field, 3021 without row.
   const Value& Field(std::string_view name) const;
   const Value& Field(std::size_t index) const;  ///< 0 is the first column
   Value& Field(std::size_t index);              ///< to move a text out
 
-  std::size_t ColumnCount() const;
+  std::size_t ColumnCount() const { return columns_.size(); }  ///< 0 when closed
   const std::vector<std::string>& ColumnNames() const { return columns_; }
   std::size_t ColumnIndex(std::string_view name) const;  ///< failure 3265 without such a field
 
@@ -80,16 +84,20 @@ class Recordset {
   Recordset NextRecordset();
 
   // For the adapters that fill it.
-  void AppendRow(std::vector<Value> row);
+  /// A new last row of NULLs: its first of ColumnCount() cells, to be filled in place. Valid until the next AppendRow.
+  Value* AppendRow();
+  void AppendRow(std::vector<Value> row);  ///< as many values as there are columns
   void Reserve(std::size_t rows);
   void SetNext(std::unique_ptr<Recordset> next);
 
  private:
-  const std::vector<Value>& CurrentRow() const;
+  void DemandOpen() const;
+  std::size_t CellIndex(std::size_t column) const;
 
   bool open_ = false;
   std::vector<std::string> columns_;
-  std::vector<std::vector<Value>> rows_;
+  std::vector<Value> cells_;  ///< row by row
+  std::size_t rows_ = 0;
   std::size_t current_ = 0;
   std::unique_ptr<Recordset> next_;
 };

@@ -14,6 +14,7 @@ namespace luming {
 class DateTime {
  public:
   DateTime() = default;  ///< 1899-12-30 00:00:00, the zero of date values
+  /// Failure 5 (invalid argument) for a day or a time that does not exist.
   DateTime(int year, int month, int day, int hour = 0, int minute = 0, int second = 0, int millisecond = 0);
   explicit DateTime(std::chrono::local_time<std::chrono::milliseconds> point) : point_(point) {}
 
@@ -28,9 +29,10 @@ class DateTime {
   DateTime Date() const;  ///< the same day at midnight
   bool HasTime() const;   ///< false at midnight exactly
 
-  DateTime AddDays(std::int64_t days) const;
+  // Moving past the range is failure 6 (overflow).
+  DateTime AddDays(std::int64_t count) const;
   DateTime AddMonths(int months) const;  ///< a day past the end of the month becomes its last day
-  DateTime AddYears(int years) const { return AddMonths(years * 12); }
+  DateTime AddYears(int years) const;
   DateTime AddSeconds(std::int64_t seconds) const;
   /// Whole days from the other's date to this date.
   std::int64_t DaysSince(const DateTime& other) const;

@@ -30,6 +30,7 @@ class Failure : public std::exception {
 
 /// Numbers of the failures that the program itself raises, with the texts in failure.cpp.
 namespace failure {
+inline constexpr long kInvalidCall = 5;
 inline constexpr long kOverflow = 6;
 inline constexpr long kSubscript = 9;
 inline constexpr long kTypeMismatch = 13;
@@ -49,7 +50,7 @@ inline constexpr long kConversion = -2147217913;
 inline constexpr long kDataOverflow = -2147217833;
 }  // namespace failure
 
-/// The failure of one of the program's own numbers, with its standing Chinese text.
+/// The failure of one of the numbers above, with its standing Chinese text and source; a general text for any other.
 Failure StandardFailure(long number);
 
 }  // namespace luming

@@ -8,11 +8,11 @@ namespace luming {
 
 /// The line of status panel 3: civil date, weekday, year in the cycle of sixty with its animal, lunar month and day,
 /// and the festivals of the day.
-class GET_NL {
+class LunarCalendar {
  public:
-  explicit GET_NL(DateTime today) : today_(today) {}
-  /// Knows lunar years 1921 to 2100. Throws failure 9 (subscript) for a day past the table.
-  std::string GET_NL_Text() const;
+  explicit LunarCalendar(DateTime today) : today_(today) {}
+  /// Knows lunar years 1921 to 2100. Throws failure 9 (subscript) for a day outside them.
+  std::string GET_NL() const;
 
  private:
   DateTime today_;

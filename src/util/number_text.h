@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -10,7 +11,10 @@ namespace luming {
 /// separators, a point, an exponent ("1e3"), full-width digits ("１２"). False for "", "-", "1-2".
 bool IsNumeric(std::string_view text);
 
-/// The number that a text accepted by IsNumeric stands for; failure 13 for any other text.
+/// The number that a text accepted by IsNumeric stands for; nothing for any other text.
+std::optional<double> ParseNumber(std::string_view text);
+
+/// As ParseNumber, throwing failure 13 when the text is no number.
 double CDbl(std::string_view text);
 
 /// The number that the text begins with, blanks skipped, 0 when there is none. Never fails; knows no separators.

@@ -20,6 +20,7 @@ std::vector<std::string> Characters(std::string_view text);
 std::string Trim(std::string_view text);
 std::string TrimRight(std::string_view text);
 std::string Replace(std::string_view text, std::string_view what, std::string_view with);
+/// An empty text has no parts; an empty separator separates nothing.
 std::vector<std::string> Split(std::string_view text, std::string_view separator);
 std::string Join(const std::vector<std::string>& parts, std::string_view separator);
 

@@ -1,0 +1,197 @@
+#include "platform/database.h"
+
+#include <algorithm>
+#include <cmath>
+#include <type_traits>
+
+#include "util/date_text.h"
+#include "util/number_text.h"
+#include "util/text.h"
+
+namespace luming {
+
+namespace {
+
+constexpr double kMillisecondsOfDay = 86'400'000;
+const DateTime kZeroDate;
+
+double SerialOf(const DateTime& moment) {
+  return static_cast<double>((moment.Point() - kZeroDate.Point()).count()) / kMillisecondsOfDay;
+}
+
+DateTime DateOfSerial(double serial) {
+  const DateTime day = kZeroDate.AddDays(CLng(std::floor(serial)));
+  const auto rest = std::llround((serial - std::floor(serial)) * kMillisecondsOfDay);
+  return DateTime{day.Point() + std::chrono::milliseconds{rest}};
+}
+
+std::string TextOf(std::monostate) {
+  throw StandardFailure(failure::kInvalidNull);
+}
+std::string TextOf(bool flag) {
+  return flag ? "True" : "False";
+}
+std::string TextOf(std::int64_t number) {
+  return std::to_string(number);
+}
+std::string TextOf(double number) {
+  return NumberText(number);
+}
+std::string TextOf(const std::string& text) {
+  return text;
+}
+std::string TextOf(const DateTime& moment) {
+  return DateText(moment);
+}
+
+double NumberOf(std::monostate) {
+  throw StandardFailure(failure::kInvalidNull);
+}
+double NumberOf(bool flag) {
+  return flag ? -1 : 0;
+}
+double NumberOf(std::int64_t number) {
+  return static_cast<double>(number);
+}
+double NumberOf(double number) {
+  return number;
+}
+double NumberOf(const std::string& text) {
+  return CDbl(text);
+}
+double NumberOf(const DateTime& moment) {
+  return SerialOf(moment);
+}
+
+bool IsDatePicture(std::string_view picture) {
+  return picture.find_first_of("ymdhnsYMDHNS") != std::string_view::npos;
+}
+
+}  // namespace
+
+std::string Value::Text() const {
+  return std::visit([](const auto& value) { return TextOf(value); }, data_);
+}
+
+std::string Value::TextOrEmpty() const {
+  return IsNull() ? std::string() : Text();
+}
+
+double Value::Number() const {
+  return std::visit([](const auto& value) { return NumberOf(value); }, data_);
+}
+
+std::int32_t Value::Long() const {
+  return CLng(Number());
+}
+
+bool Value::Bool() const {
+  if (const auto* text = std::get_if<std::string>(&data_)) {
+    if (EqualsIgnoreCase(*text, "True")) return true;
+    if (EqualsIgnoreCase(*text, "False")) return false;
+  }
+  return Number() != 0;
+}
+
+DateTime Value::Date() const {
+  if (const auto* moment = std::get_if<DateTime>(&data_)) return *moment;
+  if (const auto* text = std::get_if<std::string>(&data_)) return CDate(*text, kZeroDate);
+  return DateOfSerial(Number());
+}
+
+std::string Value::Format(std::string_view picture) const {
+  if (IsNull()) return {};
+  if (const auto* moment = std::get_if<DateTime>(&data_)) return FormatDate(*moment, picture);
+  const auto* text = std::get_if<std::string>(&data_);
+  if (text == nullptr) return FormatNumber(Number(), picture);
+  if (!IsDatePicture(picture)) return FormatNumberText(*text, picture);
+  return IsDate(*text) ? FormatDate(Date(), picture) : *text;
+}
+
+std::string Value::TakeText() {
+  if (auto* text = std::get_if<std::string>(&data_)) return std::move(*text);
+  return TextOrEmpty();
+}
+
+Recordset::Recordset(std::vector<std::string> columns) : open_(true), columns_(std::move(columns)) {}
+
+void Recordset::Close() {
+  *this = Recordset();
+}
+
+void Recordset::DemandOpen() const {
+  if (!open_) throw StandardFailure(failure::kClosedObject);
+}
+
+int Recordset::RecordCount() const {
+  DemandOpen();
+  return static_cast<int>(rows_);
+}
+
+bool Recordset::Eof() const {
+  DemandOpen();
+  return current_ >= rows_;
+}
+
+void Recordset::MoveFirst() {
+  DemandOpen();
+  if (rows_ == 0) throw StandardFailure(failure::kNoCurrentRow);
+  current_ = 0;
+}
+
+void Recordset::MoveNext() {
+  if (Eof()) throw StandardFailure(failure::kNoCurrentRow);
+  ++current_;
+}
+
+std::size_t Recordset::CellIndex(std::size_t column) const {
+  DemandOpen();
+  if (column >= columns_.size()) throw StandardFailure(failure::kNoSuchField);
+  if (current_ >= rows_) throw StandardFailure(failure::kNoCurrentRow);
+  return current_ * columns_.size() + column;
+}
+
+const Value& Recordset::Field(std::string_view name) const {
+  return Field(ColumnIndex(name));
+}
+const Value& Recordset::Field(std::size_t index) const {
+  return cells_[CellIndex(index)];
+}
+Value& Recordset::Field(std::size_t index) {
+  return cells_[CellIndex(index)];
+}
+
+std::size_t Recordset::ColumnIndex(std::string_view name) const {
+  DemandOpen();
+  const auto found =
+      std::ranges::find_if(columns_, [name](const std::string& column) { return EqualsIgnoreCase(column, name); });
+  if (found == columns_.end()) throw StandardFailure(failure::kNoSuchField);
+  return static_cast<std::size_t>(found - columns_.begin());
+}
+
+Recordset Recordset::NextRecordset() {
+  const std::unique_ptr<Recordset> next = std::move(next_);
+  return next ? std::move(*next) : Recordset();
+}
+
+Value* Recordset::AppendRow() {
+  DemandOpen();
+  ++rows_;
+  cells_.resize(rows_ * columns_.size());
+  return cells_.data() + (rows_ - 1) * columns_.size();
+}
+
+void Recordset::AppendRow(std::vector<Value> row) {
+  if (row.size() != columns_.size()) throw StandardFailure(failure::kInvalidCall);
+  std::ranges::move(row, AppendRow());
+}
+
+void Recordset::Reserve(std::size_t rows) {
+  cells_.reserve(rows * columns_.size());
+}
+
+void Recordset::SetNext(std::unique_ptr<Recordset> next) {
+  next_ = std::move(next);
+}
+
+}  // namespace luming
