@@ -18,7 +18,7 @@ namespace luming {
 struct CommandTable;
 
 /// The process-wide state that every screen reads, and the ports it works through. One instance; plain variables, each
-/// written by the routine named at it and read by everyone.
+/// written by the routine named at it and read by everyone. A screen of class T is reached as `app.forms.Get<T>(app)`.
 struct AppContext {
   /// What the composition root gives; all of it outlives the context.
   AppContext(Desktop& the_desktop, Devices& the_devices, const Clock& the_clock, std::filesystem::path app_path,
@@ -38,15 +38,24 @@ struct AppContext {
   const std::function<std::unique_ptr<Connection>()> CreateConnection;
   const CommandTable& commands;
 
-  std::string CommandLine;         ///< the command tail of the process
-  std::unique_ptr<Connection> Cn;  ///< the one database connection; `Main` creates it, `ExitApp` releases it
-  std::string ConnStr;             ///< connection string in use; `Main`
-  User_qx CurUser;                 ///< operator and rights; login
-  std::string KFMC;                ///< storehouse worked in; `ReadWarehouseType`, then `Frm_CheckYK`
-  std::int32_t IME = 0;            ///< keyboard layout handle; login
-  std::string SearchType;          ///< default search mode of the pickers; login
-  std::string ReportUnit;          ///< unit name on reports and in status panel 2; login, before the main window shows
-  bool SwitchUser = false;         ///< the login dialog was reopened from the main window; never reset
+  std::string CommandLine;  ///< the command tail of the process
+  /// The one database connection; `Main` creates it, `ExitApp` releases it. A retry of the start puts a new one in its
+  /// place while callers wait, so whoever keeps it across a dialog keeps a copy of the pointer.
+  std::shared_ptr<Connection> Cn;
+  std::string ConnStr;      ///< connection string in use; `Main`
+  User_qx CurUser;          ///< operator and rights; login
+  std::string KFMC;         ///< storehouse worked in; `ReadWarehouseType`, then `Frm_CheckYK`
+  std::int32_t IME = 0;     ///< keyboard layout handle; login
+  std::string SearchType;   ///< default search mode of the pickers; login
+  std::string ReportUnit;   ///< unit name on reports and in status panel 2; login, before the main window shows
+  bool SwitchUser = false;  ///< the login dialog was reopened from the main window; never reset
+  bool Ended = false;       ///< `ExitApp` has run
+
+  /// The save under way, see `InTransaction`.
+  struct {
+    bool running = false;
+    bool lost = false;  ///< its connection was opened anew meanwhile: nothing of it may stay
+  } save;
 
   /// Unloaded before the connection goes.
   Forms forms;

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "frame/app_context.h"
+#include "frame/user_rights.h"
+#include "platform/desktop.h"
+
+namespace luming {
+
+void MaxChild(AppContext& app, const std::string& form_name);
+
+/// One numbered command of the main window.
+struct Command {
+  int id;
+  std::string screen;                       ///< the screen that it opens; empty for what the main window does itself
+  std::function<void(AppContext&)> action;  ///< empty while the program has no such screen: the command is greyed
+};
+
+/// Menus, tool bar and commands of the main window. The one instance stands in app/command_table.cpp.
+struct CommandTable {
+  std::vector<MenuEntry> menus;
+  std::vector<MenuEntry> tool_bar;
+  std::vector<Command> commands;
+  /// Shows the expiry list and lets it fill itself for the start of the program; no right is tested here. Empty while
+  /// there is no such screen.
+  std::function<void(AppContext&)> expiry_warning;
+
+  const Command* Find(int id) const;
+};
+
+/// @name Rows of the table
+/// @{
+
+/// A child window: shown, then maximised.
+template <class Screen>
+Command Child(int id) {
+  return {id, Screen::kName, [](AppContext& app) {
+            app.forms.Get<Screen>(app).Show();
+            MaxChild(app, Screen::kName);
+          }};
+}
+
+template <class Screen>
+Command Modal(int id) {
+  return {id, Screen::kName, [](AppContext& app) { app.forms.Get<Screen>(app).ShowModal(); }};
+}
+
+/// Shown, neither modal nor maximised.
+template <class Screen>
+Command Shown(int id) {
+  return {id, Screen::kName, [](AppContext& app) { app.forms.Get<Screen>(app).Show(); }};
+}
+
+/// The same command behind a right: without it the refusal shows and nothing opens.
+Command Behind(bool User_qx::*right, std::string key, Command command);
+
+/// A command whose screen the program does not have yet.
+inline Command Awaited(int id, std::string screen) {
+  return {id, std::move(screen), {}};
+}
+
+/// @}
+
+}  // namespace luming
