@@ -1,0 +1,130 @@
+#include "util/whole_file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <fstream>
+
+#include "util/failure.h"
+
+namespace luming {
+
+namespace {
+
+std::string Reason(int error) {
+  switch (error) {
+    case EACCES:
+    case EPERM:
+    case EROFS:
+      return "没有权限";
+    case ENOENT:
+    case ENOTDIR:
+      return "没有这个目录";
+    case ENOSPC:
+    case EDQUOT:
+      return "磁盘空间不足";
+    case EISDIR:
+      return "不是普通文件";
+    case EFBIG:
+      return "文件太大";
+    default:
+      return "系统错误 " + std::to_string(error);
+  }
+}
+
+Failure NoAccess(const std::filesystem::path& file, int error) {
+  return {failure::kFileAccess,
+          StandardFailure(failure::kFileAccess).description() + "：" + file.string() + "（" + Reason(error) + "）"};
+}
+
+/// A file that is being written: closed, and removed unless it was kept.
+class DraftFile {
+ public:
+  DraftFile(std::filesystem::path file, mode_t mode) : file_(std::move(file)) {
+    descriptor_ = open(file_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+    if (descriptor_ < 0) throw NoAccess(file_, errno);
+  }
+  ~DraftFile() {
+    if (descriptor_ >= 0) close(descriptor_);
+    if (!kept_) unlink(file_.c_str());
+  }
+  DraftFile(const DraftFile&) = delete;
+  DraftFile& operator=(const DraftFile&) = delete;
+
+  void SetMode(mode_t mode) {
+    if (fchmod(descriptor_, mode) != 0) throw NoAccess(file_, errno);
+  }
+
+  void Write(std::string_view bytes) {
+    while (!bytes.empty()) {
+      const ssize_t written = write(descriptor_, bytes.data(), bytes.size());
+      if (written < 0 && errno == EINTR) continue;
+      if (written < 0) throw NoAccess(file_, errno);
+      bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+  }
+
+  void KeepAs(const std::filesystem::path& target) {
+    if (fsync(descriptor_) != 0) throw NoAccess(file_, errno);
+    if (rename(file_.c_str(), target.c_str()) != 0) throw NoAccess(target, errno);
+    kept_ = true;
+  }
+
+ private:
+  std::filesystem::path file_;
+  int descriptor_ = -1;
+  bool kept_ = false;
+};
+
+/// Makes the new name itself survive a power cut. Some file systems refuse this; the bytes are safe by then.
+void SyncDirectory(const std::filesystem::path& directory) {
+  const int descriptor = open(directory.empty() ? "." : directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (descriptor < 0) return;
+  fsync(descriptor);
+  close(descriptor);
+}
+
+}  // namespace
+
+std::optional<std::string> ReadWholeFile(const std::filesystem::path& file, std::size_t limit) {
+  struct stat facts {};
+  if (stat(file.c_str(), &facts) != 0) {
+    if (errno == ENOENT) return std::nullopt;
+    throw NoAccess(file, errno);
+  }
+  if (!S_ISREG(facts.st_mode)) throw NoAccess(file, EISDIR);
+  if (static_cast<std::uintmax_t>(facts.st_size) > limit) throw NoAccess(file, EFBIG);
+  std::ifstream stream(file, std::ios::binary);
+  if (!stream) throw NoAccess(file, errno);
+  std::string bytes(static_cast<std::size_t>(facts.st_size), '\0');
+  stream.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  bytes.resize(static_cast<std::size_t>(stream.gcount()));
+  if (stream.bad()) throw NoAccess(file, EIO);
+  return bytes;
+}
+
+void ReplaceFile(const std::filesystem::path& file, std::string_view bytes, FileAccess access) {
+  std::error_code no_link;
+  const std::filesystem::path resolved = std::filesystem::canonical(file, no_link);
+  const std::filesystem::path& target = no_link ? file : resolved;
+
+  struct stat facts {};
+  const bool exists = stat(target.c_str(), &facts) == 0;
+  std::filesystem::path draft_name = target;
+  draft_name += ".new" + std::to_string(getpid());
+  unlink(draft_name.c_str());
+  DraftFile draft(draft_name, access == FileAccess::kOwnerOnly ? 0600 : 0666);
+  if (access == FileAccess::kOwnerOnly) {
+    draft.SetMode(0600);
+  } else if (exists) {
+    draft.SetMode(facts.st_mode & 07777);
+  }
+  draft.Write(bytes);
+  draft.KeepAs(target);
+  SyncDirectory(target.parent_path());
+}
+
+}  // namespace luming
