@@ -101,6 +101,8 @@ class Label : public Control {
   Label(Form* form, std::string name, std::string caption = {})
       : Control(form, ControlKind::kLabel, std::move(name), std::move(caption)) {}
   bool CanFocus() const override { return false; }
+  Event<> click;
+  void UserClick() override { click.Fire(); }
 };
 
 /// What characters a text box lets through while typing (setting the text by code or pasting is not filtered).
@@ -112,6 +114,9 @@ enum class KeyFilter {
 };
 
 enum class Ime { kUnchanged, kOff, kOperator };  ///< kOperator: the keyboard layout the operator chose
+
+/// Switches to the operator's keyboard layout where a field asks for it; switching off is the view's.
+void TakeIme(Form& form, Ime ime);
 
 struct TextOptions {
   std::size_t cut = 0;  ///< on leaving, cut to so many bytes of the ANSI form; 0 for never
@@ -152,6 +157,9 @@ class TextBox : public Control {
   std::string text_;
   std::size_t sel_start_ = 0;
   std::size_t sel_length_ = 0;
+
+  void ReplaceSelection(std::string_view with);
+  void MoveCaret(std::size_t position);
 };
 
 enum class ComboStyle { kFree, kFixed };  ///< free: any text, the list helps; fixed: a list entry only
@@ -180,6 +188,9 @@ class ComboBox : public Control {
   int ListIndex() const { return index_; }
   void SetListIndex(int index);  ///< -1 for none; fires click (and change when the text differs)
 
+  void SelectAll();  ///< the next typed character replaces the text
+  bool TextSelected() const { return text_selected_; }
+
   void OpenList();  ///< asks the view to drop the list down
   bool ListIsOpen() const { return list_open_; }
   void CloseList();
@@ -201,6 +212,11 @@ class ComboBox : public Control {
   std::string text_;
   int index_ = -1;
   bool list_open_ = false;
+  bool text_selected_ = false;
+
+  int IndexOf(std::string_view text) const;
+  void Show(std::string text, int index);
+  void ChooseByFirstLetter(char32_t character);
 };
 
 class CheckBox : public Control {

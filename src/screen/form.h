@@ -50,6 +50,7 @@ class Form {
   void ShowModal();  ///< returns when the form is closed or hidden
   void Hide();
   bool IsShown() const { return shown_; }
+  bool IsModal() const { return modal_; }  ///< while ShowModal waits for it
   /// Closes: asks QueryUnload, tells Unloading, leaves the registry. False when it was refused.
   bool Unload();
   bool IsUnloaded() const { return unloaded_; }
@@ -89,10 +90,18 @@ class Form {
  private:
   friend class Control;
   friend void SendTab(Form& form, int key_code);
+  friend class Forms;
   void Adopt(Control* control);
   void Forget(Control* control);
+  void LeaveUnusable(Control* control);
+  void Appear();
+  void BecomeActive();
+  void CloseNow();
+  void RunKeyHandlers(KeyEvent& event);
   void WalkOn();
   void DefaultFormKey(KeyEvent& event);
+  bool ClickByMnemonic(char letter);
+  Button* ButtonOf(ButtonRole role) const;
 
   Forms& forms_;
   std::string name_;
@@ -100,9 +109,12 @@ class Form {
   WindowKind kind_;
   std::vector<Control*> controls_;
   Control* active_ = nullptr;
+  Control* entered_ = nullptr;  // the control whose FocusGained has run and whose FocusLost has not
+  unsigned focus_moves_ = 0;
   FormView* view_ = nullptr;
   bool loaded_ = false;
   bool shown_ = false;
+  bool modal_ = false;
   bool unloaded_ = false;
   bool walk_requested_ = false;
 };

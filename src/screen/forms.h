@@ -1,6 +1,6 @@
 #pragma once
 
-#include <concepts>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -21,6 +21,10 @@ class Forms {
 
   Desktop& desktop() const { return desktop_; }
   const Clock& clock() const { return clock_; }  ///< date boxes start at its today
+
+  /// Switches to the keyboard layout that the operator chose; called when a field that asks for it gets the focus. May
+  /// stay empty.
+  std::function<void()> operator_ime;
 
   /// The form of that class, created on first use. A class names itself in `kName`.
   template <class T, class... Args>
@@ -46,7 +50,8 @@ class Forms {
   const std::vector<Form*>& Shown() const { return shown_; }
   void BroughtToFront(Form& form);
 
-  /// Unloads every form without asking, in order of creation reversed.
+  /// Unloads every form without asking, in order of creation reversed. The first failure of an Unloading comes out when
+  /// all are gone.
   void UnloadAll();
 
   /// While one is alive, closed forms are kept; the outermost one's end destroys them.
@@ -63,6 +68,8 @@ class Forms {
 
  private:
   friend class Form;
+  template <class Matches>
+  Form* LastShown(Matches matches) const;
   void Own(std::unique_ptr<Form> form);
   void Release(Form& form);
   void WasHidden(Form& form);

@@ -52,11 +52,13 @@ class Grid : public Control {
   void SetText(int row, int col, std::string text);  ///< by code: no event. Outside the grid: nothing
   double Number(int row, int col) const;             ///< the number the cell's text begins with, else 0
 
-  /// "SUM(E1:E7)": live, follows every later edit; rows inserted or deleted above do not shift it. Empty removes it.
+  /// "SUM(E1:E7)": live, follows every later edit; rows inserted or deleted above do not shift it. Empty removes it,
+  /// and so does a text set into the cell. Failure for any other formula.
   void SetFormula(int row, int col, std::string formula);
   std::string Formula(int row, int col) const;
 
-  // Looks. A row or column of -1 means all of them.
+  // Looks. A row or column of -1 means all of them. The cell's own goes before its row's, its row's before its
+  // column's, that before the whole grid's; setting a wider one forgets the narrower ones within it.
   void SetKind(int row, int col, CellKind kind);
   CellKind Kind(int row, int col) const;
   using Control::Kind;
@@ -82,8 +84,11 @@ class Grid : public Control {
   void SetFrozenCols(int cols);  ///< stay in view while the rest scrolls
   int FrozenCols() const;
   void SetGridColours(Colour back, Colour grey_area, Colour locked_text);
+  Colour GridBack() const;
+  Colour GreyArea() const;
+  Colour LockedText() const;
 
-  void InsertRows(int row, int count);
+  void InsertRows(int row, int count);  ///< moves the rest down; as many rows fall off the end
   void DeleteRows(int row, int count);  ///< moves the rest up and appends as many empty rows, as a spreadsheet does
   void SwapRows(int first, int second);
   void SortRows(int col, bool ascending);  ///< by number where both are numbers, else as text; a total row stays last
@@ -114,9 +119,10 @@ class Grid : public Control {
   void UserClickCell(int row, int col);  ///< activates, then click
   void UserDoubleClick(int row, int col);
   void UserRightClick(int row, int col);
-  /// Edits in place: false when the cell is locked, in row mode, or before_edit refuses. Fires change when it differs.
+  /// Edits in place: false when CanEdit refuses, or a number cell is given none. Fires change when it differs.
   bool UserEdit(int row, int col, std::string text);
-  bool CanEdit(int row, int col);  ///< asks before_edit, too
+  /// False in row mode and for a locked or formula cell; asks before_edit, too.
+  bool CanEdit(int row, int col);
   void UserHeaderClick(int col);
 
   struct CellRef {
@@ -136,6 +142,11 @@ class Grid : public Control {
 
  private:
   struct Cells;
+  template <class Change>
+  void ApplyLook(int row, int first_col, int last_col, Change apply);
+  int NextVisibleCol(int col, int step) const;
+  void Redraw();
+
   std::unique_ptr<Cells> cells_;
 };
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <initializer_list>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -83,5 +83,11 @@ inline Layout Space() {
 inline Layout Hidden(std::vector<Layout> parts) {
   return {Layout::Kind::kHidden, std::move(parts)};
 }
+
+/// Calls `visit` for each field in the layout, in order; `hidden` for those that stand in a Hidden part.
+void Walk(const Layout& layout, const std::function<void(const Control& field, bool hidden)>& visit);
+
+/// Whether the operator can ever see the field: it does not stand in a Hidden part.
+bool IsDrawn(const Layout& layout, const Control& field);
 
 }  // namespace luming

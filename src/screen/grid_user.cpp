@@ -1,0 +1,123 @@
+#include <algorithm>
+
+#include "screen/forms.h"
+#include "screen/grid_cells.h"
+#include "util/number_text.h"
+
+namespace luming {
+namespace {
+
+constexpr int kRowsOfPage = 20;
+
+}  // namespace
+
+bool Grid::CanFocus() const {
+  return Control::CanFocus();
+}
+
+void Grid::UserActivate(int row, int col) {
+  if (!cells_->IsCell(row, col)) return;
+  const CellRef from{ActiveRow(), ActiveCol()};
+  const CellRef to{row, col};
+  if (from.row == to.row && from.col == to.col) return;
+  Forms::HandlerScope scope(Owner().Registry());
+  bool stay = false;
+  if (cells_->IsCell(from.row, from.col)) leave_cell.Fire(from, to, stay);
+  if (!stay && cells_->IsCell(row, col)) SetActiveCell(row, col);
+}
+
+void Grid::UserClickCell(int row, int col) {
+  if (!Control::CanFocus() || !cells_->IsCell(row, col)) return;
+  Forms::HandlerScope scope(Owner().Registry());
+  Owner().UserFocus(*this);
+  if (Owner().IsUnloaded()) return;
+  UserActivate(row, col);
+  if (ActiveRow() == row && ActiveCol() == col) click.Fire(row, col);
+}
+
+void Grid::UserDoubleClick(int row, int col) {
+  if (!Control::CanFocus()) return;
+  Forms::HandlerScope scope(Owner().Registry());
+  double_click.Fire(row, col);
+}
+
+void Grid::UserRightClick(int row, int col) {
+  if (!Control::CanFocus()) return;
+  Forms::HandlerScope scope(Owner().Registry());
+  Owner().UserFocus(*this);
+  if (Owner().IsUnloaded()) return;
+  UserActivate(row, col);
+  right_click.Fire(row, col);
+}
+
+bool Grid::CanEdit(int row, int col) {
+  if (!Control::CanFocus() || ReadOnly() || RowMode()) return false;
+  if (!cells_->IsCell(row, col) || Locked(row, col) || Kind(row, col) == CellKind::kStatic) return false;
+  if (cells_->RowAt(row).Formula(col)) return false;
+  Forms::HandlerScope scope(Owner().Registry());
+  bool refuse = false;
+  before_edit.Fire({row, col}, refuse);
+  return !refuse;
+}
+
+bool Grid::UserEdit(int row, int col, std::string text) {
+  Forms::HandlerScope scope(Owner().Registry());
+  if (!CanEdit(row, col)) return false;
+  if (Kind(row, col) == CellKind::kNumber && !text.empty() && !IsNumeric(text)) return false;
+  if (text == cells_->Shown(row, col)) return true;
+  SetText(row, col, std::move(text));
+  change.Fire(row, col);
+  return true;
+}
+
+void Grid::UserHeaderClick(int col) {
+  if (!Control::CanFocus()) return;
+  Forms::HandlerScope scope(Owner().Registry());
+  header_click.Fire(col);
+}
+
+int Grid::NextVisibleCol(int col, int step) const {
+  int next = col + step;
+  while (next >= 1 && next <= MaxCols() && ColumnHidden(next)) next += step;
+  return next >= 1 && next <= MaxCols() ? next : col;
+}
+
+void Grid::DefaultKey(KeyEvent& event) {
+  if (event.alt || MaxRows() == 0) return;
+  int row = ActiveRow();
+  int col = ActiveCol();
+  const bool whole_rows = RowMode() || event.ctrl;
+  event.handled = true;
+  switch (event.code) {
+    case key::kUp:
+      --row;
+      break;
+    case key::kDown:
+      ++row;
+      break;
+    case key::kPageUp:
+      row -= kRowsOfPage;
+      break;
+    case key::kPageDown:
+      row += kRowsOfPage;
+      break;
+    case key::kLeft:
+      col = NextVisibleCol(col, -1);
+      break;
+    case key::kRight:
+      col = NextVisibleCol(col, 1);
+      break;
+    case key::kHome:
+      (whole_rows ? row : col) = whole_rows ? 1 : NextVisibleCol(0, 1);
+      break;
+    case key::kEnd:
+      (whole_rows ? row : col) = whole_rows ? MaxRows() : NextVisibleCol(MaxCols() + 1, -1);
+      break;
+    default:
+      event.handled = false;
+      return;
+  }
+  UserActivate(std::clamp(row, 1, MaxRows()), col);
+}
+
+}  // namespace luming
