@@ -20,9 +20,9 @@ struct SheetStyle {
   bool bold = false;
   SheetAlign align = SheetAlign::kGeneral;
   bool wrap = false;
-  bool ruled = false;   ///< a thin line on all four sides
-  int points = 10;      ///< size of the font
-  std::string picture;  ///< number format, "0.00" or "yyyy-mm-dd"; empty: the general one
+  bool ruled = false;     ///< a thin line on all four sides
+  int points = 10;        ///< size of the font
+  std::string picture{};  ///< number format, "0.00" or "yyyy-mm-dd"; empty: the general one
   bool operator==(const SheetStyle&) const = default;
 };
 
