@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "frame/app_context.h"
+#include "screen/control.h"
+
+namespace luming {
+
+/// Which entries of the dictionary table CS go into which list of a screen.
+struct DictionaryList {
+  std::string_view controlid;  ///< compared without regard to case
+  ComboBox* list;
+};
+
+/// Adds `DMMC` of each row that `sql` reads from CS to the lists of its `controlid`, in the order of the rows.
+/// Throws Failure when the rows cannot be read.
+void LoadCombos(AppContext& app, std::string_view sql, const std::vector<DictionaryList>& lists);
+
+}  // namespace luming

@@ -1,0 +1,107 @@
+#include "stock/batch_stock.h"
+
+#include "frame/gateway.h"
+#include "util/number_text.h"
+
+namespace luming {
+
+namespace {
+
+enum class Closing { kSweep, kNoSweep };
+
+/// One draw from the batches of one drug.
+class BatchDraw {
+ public:
+  BatchDraw(Connection& connection, std::string code, double quantity)
+      : connection_(connection), code_(std::move(code)), quantity_(quantity) {}
+
+  void Draw(const std::string& batch) {
+    Sweep();
+    if (batch.empty()) {
+      DrawOldest(Closing::kSweep);
+    } else {
+      DrawNamed(batch);
+    }
+  }
+
+ private:
+  void DrawNamed(const std::string& batch) {
+    const Recordset rows = Batches(" AND PH Like'" + batch + "'");
+    if (rows.Eof()) return;
+    const std::string id = rows.Field("ID").Text();
+    if (quantity_ <= rows.Field("SL").Number()) {
+      Reduce(id, quantity_);
+      Sweep();
+      return;
+    }
+    // A short batch voids the batch record of the whole drug; only the counter knows what is left.
+    Empty(id);
+    DeleteDrug();
+    connection_.Execute("Delete YK_CurryPH Where SL=0");
+    DrawOldest(Closing::kNoSweep);
+  }
+
+  void DrawOldest(Closing closing) {
+    Recordset rows = Batches("");
+    if (rows.Eof()) return;
+    double remainder = quantity_;
+    if (rows.RecordCount() == 1) {
+      Reduce(rows.Field("ID").Text(), remainder);
+      if (closing == Closing::kSweep) Sweep();
+      return;
+    }
+    for (; !rows.Eof(); rows.MoveNext()) {
+      const std::string id = rows.Field("ID").Text();
+      const double held = rows.Field("SL").Number();
+      if (remainder <= held) {
+        Reduce(id, remainder);
+        if (closing == Closing::kSweep) Sweep();
+        return;
+      }
+      Empty(id);
+      remainder -= held;
+    }
+    if (remainder > 0) DeleteDrug();
+  }
+
+  Recordset Batches(const std::string& further_condition) {
+    return connection_.Execute("Select ID,SL From YK_CurryPH Where YPBM Like'" + code_ + "'" + further_condition +
+                               " Order by RKRQ");
+  }
+  void Reduce(const std::string& id, double quantity) {
+    connection_.Execute("Update YK_CurryPH Set SL=SL-" + NumberText(quantity) + " Where ID=" + id);
+  }
+  void Empty(const std::string& id) { connection_.Execute("Update YK_CurryPH Set SL=0 Where ID=" + id); }
+  void DeleteDrug() { connection_.Execute("Delete YK_CurryPH Where YPBM Like'" + code_ + "'"); }
+  void Sweep() { connection_.Execute("Delete YK_CurryPH Where sl<=0"); }
+
+  Connection& connection_;
+  std::string code_;
+  double quantity_;
+};
+
+}  // namespace
+
+void ConsumeBatch(AppContext& app, const std::string& YPBM, double quantity, const std::string& PH) {
+  try {
+    if (!app.Cn) throw StandardFailure(failure::kBadConnection);
+    BatchDraw(*app.Cn, YPBM, quantity).Draw(PH);
+  } catch (const Failure& failure) {
+    ShowDbError(app, failure);
+  }
+}
+
+void AddToBatch(AppContext& app, const BatchReceipt& receipt, const std::string& insert_words) {
+  Recordset found;
+  OpenRs(app, found, "Select id From YK_CurryPH Where YPBM Like'" + receipt.YPBM + "' And PH Like'" + receipt.PH + "'");
+  const std::string quantity = NumberText(receipt.SL);
+  if (found.RecordCount() < 1) {
+    app.Cn->Execute(insert_words + " YK_CurryPH(RKDH,YPBM,PH,XQ,SL,PFJ,PLJ,RKRQ)Values('" + receipt.RKDH + "','" +
+                    receipt.YPBM + "','" + receipt.PH + "'," + receipt.XQ + "," + quantity + "," + receipt.PFJ + "," +
+                    receipt.PLJ + ",'" + receipt.today + "')");
+  } else {
+    app.Cn->Execute("Update YK_CurryPH SET SL=SL+" + quantity + " Where ID=" + found.Field("ID").Text());
+  }
+}
+
+}  // namespace luming

@@ -1,0 +1,49 @@
+#include "stock/document_numbers.h"
+
+#include "frame/gateway.h"
+#include "util/date_text.h"
+#include "util/number_text.h"
+#include "util/text.h"
+
+namespace luming {
+
+namespace {
+
+constexpr std::size_t kCountDigits = 4;
+
+/// The count with its leading zeros; past 9999 it simply grows.
+std::string PaddedCount(int count) {
+  return FormatNumber(count, "0000");
+}
+
+std::string LastNumberOfToday(AppContext& app, const std::string& sql) {
+  Recordset rows;
+  OpenRs(app, rows, sql);
+  std::string number = rows.Field(0).Text();
+  CloseRs(rows);
+  return number;
+}
+
+}  // namespace
+
+std::string NextDocNo(AppContext& app, const std::string& number_column, const std::string& table,
+                      const std::string& date_column) {
+  try {
+    const DateTime now = app.clock.Now();
+    const std::string today = FormatDate(now, "yyyy-mm-dd");
+    const std::string sql = "select top 1 " + number_column + " From " + table + " Where " + date_column +
+                            " Between '" + today + " 00:00:00' and '" + today + " 23:59:59' order by id desc";
+    Recordset rows;
+    OpenRs(app, rows, sql);
+    if (rows.RecordCount() < 1) return Replace(today, "-", "") + PaddedCount(1);
+    CloseRs(rows);
+    const int count = CInt(Right(LastNumberOfToday(app, sql), kCountDigits)) + 1;
+    return FormatNumber(now.Year(), "0000") + FormatNumber(now.Month(), "00") + FormatNumber(now.Day(), "00") +
+           PaddedCount(count);
+  } catch (const Failure& failure) {
+    ShowDbError(app, failure);
+    return {};
+  }
+}
+
+}  // namespace luming

@@ -1,0 +1,17 @@
+#include "stock/entry_dialog.h"
+
+namespace luming {
+
+void OfferUnits(ComboBox& list, const DrugUnits& units) {
+  list.Clear();
+  list.AddItem(units.DW);
+  if (units.IsSplit()) list.AddItem(units.ZXDW);
+  list.SetListIndex(0);
+  list.SetEnabled(units.IsSplit());
+}
+
+bool LargeUnitChosen(const ComboBox& list) {
+  return list.ListIndex() == 0;
+}
+
+}  // namespace luming

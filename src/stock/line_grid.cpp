@@ -1,0 +1,137 @@
+#include "stock/line_grid.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "frame/gateway.h"
+#include "output/spread_moud.h"
+
+namespace luming {
+
+namespace {
+
+std::vector<GridColumn> GridColumns(const LineGridSettings& settings) {
+  std::vector<GridColumn> columns;
+  for (const char* caption : settings.captions) {
+    const int number = static_cast<int>(columns.size()) + 1;
+    GridColumn column(caption);
+    column.locked = std::ranges::find(settings.typed, number) == settings.typed.end();
+    columns.push_back(std::move(column));
+  }
+  for (int i = 0; i < settings.hidden_columns; ++i) columns.push_back(GridColumn::Hidden());
+  return columns;
+}
+
+}  // namespace
+
+LineGrid::LineGrid(Form* form, AppContext& app, const LineGridSettings& settings)
+    : Grid(form, "fpSpread1", GridColumns(settings)), app_(app), settings_(settings) {}
+
+void LineGrid::NewGridRow() {
+  SetMaxRows(MaxRows() + 1);
+  SetActiveCell(MaxRows(), 1);
+}
+
+void LineGrid::CheckDupItem(const std::string& code, bool& duplicate) {
+  for (int row = 1; row <= MaxRows(); ++row) {
+    if (Text(row, 1) != code) continue;
+    app_.desktop.MsgBox(
+        {"收费项目< " + Text(row, 2) + " >在第" + std::to_string(row) + "行已存在!", box::kInformation, "错误"});
+    duplicate = true;
+    return;
+  }
+}
+
+int LineGrid::StartLine(const ItemPicker& picker) {
+  if (picker.Results().MaxRows() == 0) return 0;
+  RemoveTotal();
+  const std::string code = picker.ActiveCode();
+  if (code.empty()) return 0;
+  bool duplicate = false;
+  CheckDupItem(code, duplicate);
+  if (duplicate && settings_.duplicates == Duplicates::kRefused) return 0;
+  NewGridRow();
+  SetText(MaxRows(), 1, code);
+  return MaxRows();
+}
+
+void LineGrid::FinishLine(ItemPicker& picker) {
+  constexpr int kInView = 5;
+  picker.AwaitNext();
+  if (settings_.scroll == ScrollTo::kLastRow) {
+    SetTopRow(MaxRows());
+  } else if (MaxRows() >= kInView) {
+    SetTopRow(std::max(1, MaxRows() - kInView));
+  }
+  AddTotal();
+}
+
+void LineGrid::CancelLine() {
+  GridDelRow(*this, MaxRows());
+}
+
+void LineGrid::RemoveTotal() {
+  RemoveTotalRow(1, kTotalCaption, *this);
+}
+
+void LineGrid::AddTotal() {
+  if (!settings_.summed.empty()) GridSumRow(*this, 1, settings_.summed);
+}
+
+void LineGrid::DeleteChosenRow() {
+  GridDelRow(*this, ActiveRow());
+  switch (settings_.after_delete) {
+    case AfterDelete::kNothing:
+      break;
+    case AfterDelete::kSumThenRemoveTotals:
+      GridSumRow(*this, 1, settings_.resummed);
+      RemoveTotal();
+      break;
+    case AfterDelete::kRemoveTotalsThenSum:
+      RemoveTotal();
+      GridSumRow(*this, 1, settings_.resummed);
+      break;
+  }
+}
+
+void LineGrid::Tell(const std::string& text, int icon) {
+  app_.desktop.MsgBox({text, icon, "系统提示"});
+}
+
+void LineGrid::Park() {
+  try {
+    if (MaxRows() == 0) {
+      Tell("没有数据不能暂存", box::kWarning);
+      return;
+    }
+    SaveToFile(TempSaveFile());
+    Tell("药品暂存成功", box::kInformation);
+  } catch (const Failure& failure) {
+    ShowDbError(app_, failure);
+  }
+}
+
+void LineGrid::LoadParked() {
+  try {
+    if (!std::filesystem::exists(TempSaveFile())) {
+      Tell("没有找到暂存内容", box::kWarning);
+      return;
+    }
+    const Box question{"加载暂存药品会替换目前输入的药品，请确认？", box::kQuestion + box::kYesNo, "系统提示"};
+    if (MaxRows() > 0 && app_.desktop.MsgBox(question) != Answer::kYes) return;
+    LoadFromFile(TempSaveFile());
+    // The file holds no looks, and a parked total is a total again.
+    for (int row = 1; row <= MaxRows(); ++row) {
+      if (Text(row, 1) == kTotalCaption) DressTotalRow(*this, row, 1);
+    }
+    Tell("加载成功", box::kInformation);
+  } catch (const Failure& failure) {
+    ShowDbError(app_, failure);
+  }
+}
+
+std::filesystem::path LineGrid::TempSaveFile() const {
+  return app_.AppPath / (app_.KFMC + settings_.parked_file);
+}
+
+}  // namespace luming

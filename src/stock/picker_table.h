@@ -1,0 +1,48 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace luming {
+
+/// One column of a picker's result list: what it is called, the field it shows and the picture it is shown by.
+struct PickerColumn {
+  const char* caption;
+  const char* field;
+  const char* picture = "";  ///< of FormatNumber; empty: as it comes
+};
+
+/// Which statement a search sends.
+enum class PickerSearch {
+  kByControls,      ///< Get_YP_JCTestYK with class and stock filter as the pane shows them
+  kDrugsWithStock,  ///< Get_YP_JCTestYK with drugs in stock only, whatever the pane shows
+  kItems,           ///< GET_YP_JC2, which knows no storehouse
+};
+
+/// How its rows are read, and with that who reports a failure.
+enum class PickerReading { kOwnRecordset, kOpenRs };
+
+enum class F2Key { kToggles, kDoesNothing };
+enum class EnterKey { kWalks, kLeftAlone };
+
+/// What one screen's search pane does in its own way.
+struct PickerSettings {
+  const char* screen;
+  PickerSearch search;
+  PickerReading reading;
+  F2Key f2;
+  EnterKey enter;
+  const char* mode_caption;          ///< of CXFS
+  const char* stock_filter_caption;  ///< of KCXS
+  const char* item_class;            ///< the one entry of SFLB
+  /// Of the list fpSpread2. Empty where the results go into a grid of the screen's own.
+  std::vector<PickerColumn> columns;
+};
+
+/// The settings of a screen; an unknown screen is a Failure.
+const PickerSettings& PickerSettingsOf(std::string_view screen);
+/// All screens that have a search pane.
+const std::vector<PickerSettings>& AllPickerSettings();
+
+}  // namespace luming
