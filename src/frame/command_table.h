@@ -5,12 +5,10 @@
 #include <vector>
 
 #include "frame/app_context.h"
-#include "frame/user_rights.h"
+#include "frame/windows.h"
 #include "platform/desktop.h"
 
 namespace luming {
-
-void MaxChild(AppContext& app, const std::string& form_name);
 
 /// One numbered command of the main window.
 struct Command {
@@ -55,7 +53,8 @@ Command Shown(int id) {
 }
 
 /// The same command behind a right: without it the refusal shows and nothing opens.
-Command Behind(bool User_qx::*right, std::string key, Command command);
+/// @param key one of AllRights()
+Command Behind(const std::string& key, Command command);
 
 /// A command whose screen the program does not have yet.
 inline Command Awaited(int id, std::string screen) {

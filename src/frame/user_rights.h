@@ -1,6 +1,8 @@
 #pragma once
 
+#include <span>
 #include <string>
+#include <string_view>
 
 namespace luming {
 
@@ -50,6 +52,17 @@ struct User_qx {
   bool XYKIN = false;  ///< key "YPGL_XYKIN"
   bool ZYKIN = false;  ///< key "YPGL_ZYKIN"
 };
+
+/// A right by its key in the groups' rows.
+struct OperatorRight {
+  std::string_view key;
+  bool User_qx::*flag;
+};
+
+/// All rights that a group's rows can give, in the order in which a row's key is compared with them.
+std::span<const OperatorRight> AllRights();
+/// The right of that key, compared exactly; null when there is none.
+const OperatorRight* FindRight(std::string_view key);
 
 /// Shows the refusal for a right that the caller has found missing. Tests nothing itself.
 /// @param key of the right; one that is unknown, or empty, gives the general wording

@@ -41,7 +41,7 @@ struct FileRequest {
 struct MenuEntry {
   std::string caption;
   int id = 0;
-  std::vector<MenuEntry> children;  ///< not empty: a pop-up
+  std::vector<MenuEntry> children = {};  ///< not empty: a pop-up
   bool starts_group = false;
 };
 

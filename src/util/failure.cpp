@@ -24,6 +24,7 @@ constexpr std::array kStandingTexts = {
     StandingText{failure::kTypeMismatch, "类型不匹配", kProgram},
     StandingText{failure::kFileNotFound, "文件未找到", kProgram},
     StandingText{failure::kBadRecordLength, "错误的记录长度", kProgram},
+    StandingText{failure::kPastEndOfFile, "输入超出文件尾", kProgram},
     StandingText{failure::kFileAccess, "路径/文件访问错误", kProgram},
     StandingText{failure::kInvalidNull, "无效使用 Null", kProgram},
     StandingText{failure::kNoCurrentRow,

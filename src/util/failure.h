@@ -36,6 +36,7 @@ inline constexpr long kSubscript = 9;
 inline constexpr long kTypeMismatch = 13;
 inline constexpr long kBadRecordLength = 59;
 inline constexpr long kFileNotFound = 53;
+inline constexpr long kPastEndOfFile = 62;
 inline constexpr long kFileAccess = 75;
 inline constexpr long kInvalidNull = 94;
 inline constexpr long kNoCurrentRow = 3021;

@@ -1,0 +1,27 @@
+#include "frame/command_table.h"
+
+#include <algorithm>
+
+#include "frame/user_rights.h"
+
+namespace luming {
+
+const Command* CommandTable::Find(int id) const {
+  const auto found = std::ranges::find(commands, id, &Command::id);
+  return found == commands.end() ? nullptr : &*found;
+}
+
+Command Behind(const std::string& key, Command command) {
+  if (!command.action) return command;
+  command.action = [key, open = std::move(command.action)](AppContext& app) {
+    const OperatorRight* right = FindRight(key);
+    if (right && app.CurUser.*right->flag) {
+      open(app);
+    } else {
+      CheckRight(app, key);
+    }
+  };
+  return command;
+}
+
+}  // namespace luming

@@ -1,0 +1,147 @@
+#include "frame/link_database_err.h"
+
+#include <array>
+
+#include "frame/startup.h"
+
+namespace luming {
+
+namespace {
+
+constexpr Colour kCalmBlue = 0xC5DDFF;
+constexpr Colour kRed = 0xFF0000;
+
+// Records of the connection file.
+constexpr int kConnectionString = 1;
+constexpr int kServer = 2;
+constexpr int kDatabase = 5;
+constexpr int kUser = 6;
+constexpr int kPassword = 7;
+
+}  // namespace
+
+LinkDatabaseErr::LinkDatabaseErr(AppContext& app)
+    : Form(app.forms, kName, "数据库连接错误", WindowKind::kDialog), app_(app) {}
+
+void LinkDatabaseErr::Load() {
+  ShowFields(false);
+  LoadConnFields();
+  ErrInfoShow.SetBackColour(kCalmBlue);
+  ErrInfoShow.SetTextColour(kRed);
+  ListServers();
+}
+
+void LinkDatabaseErr::ShowFields(bool shown) {
+  for (Control* field :
+       {static_cast<Control*>(&TxtServerName), static_cast<Control*>(&TxtDatabaseName), static_cast<Control*>(&TxtUser),
+        static_cast<Control*>(&TxtPassword), static_cast<Control*>(&Command4), static_cast<Control*>(&Command1)}) {
+    field->SetVisible(shown);
+  }
+}
+
+void LinkDatabaseErr::LoadConnFields() {
+  std::array<std::string, kPassword + 1> records;
+  const auto trapped = [this](auto&& step) {
+    try {
+      step();
+    } catch (const Failure& failure) {
+      app_.desktop.MsgBox({"出错信息:" + failure.description(), 0, "读取连接串时出错!"});
+    }
+  };
+  trapped([&] {
+    const ConnectionFile file(app_.AppPath);
+    for (int record = kServer; record <= kPassword; ++record) {
+      trapped([&] { records[static_cast<std::size_t>(record)] = file.Read(record); });
+    }
+  });
+  TxtServerName.SetText(records[kServer]);
+  TxtDatabaseName.SetText(records[kDatabase]);
+  TxtUser.SetText(records[kUser]);
+  TxtPassword.SetText(records[kPassword]);
+}
+
+std::string LinkDatabaseErr::GetConectionstr() const {
+  return "Provider=sqloledb;Data Source=" + TxtServerName.Text() + ";Initial Catalog=" + TxtDatabaseName.Text() +
+         ";User ID=" + TxtUser.Text() + ";Password=" + TxtPassword.Text() + ";";
+}
+
+void LinkDatabaseErr::SaveConnFields() {
+  const auto trapped = [this](auto&& step) {
+    try {
+      step();
+    } catch (const Failure& failure) {
+      app_.desktop.MsgBox({"出错信息：" + failure.description(), 0, "读连接字符串时出错"});
+    }
+  };
+  trapped([&] {
+    ConnectionFile file(app_.AppPath);
+    trapped([&] { file.Write(kConnectionString, GetConectionstr()); });
+    trapped([&] { file.Write(kServer, TxtServerName.Text()); });
+    trapped([&] { file.Write(kDatabase, TxtDatabaseName.Text()); });
+    trapped([&] { file.Write(kUser, TxtUser.Text()); });
+    trapped([&] { file.Write(kPassword, TxtPassword.Text()); });
+    file.Save();
+  });
+}
+
+/// A network that gives no answer adds no names.
+void LinkDatabaseErr::ListServers() {
+  try {
+    for (const std::string& server : app_.devices.ListServers()) TxtServerName.AddItem(server);
+  } catch (const Failure&) {
+  }
+}
+
+void LinkDatabaseErr::ButSet_Click() {
+  ShowFields(true);
+}
+
+void LinkDatabaseErr::ButRec_Click() {
+  state_ = kStart;
+  SaveConnFields();
+  Unload();
+}
+
+void LinkDatabaseErr::ButExit_Click() {
+  ExitApp(app_);
+}
+
+void LinkDatabaseErr::ClosedByFrame() {
+  ButExit_Click();
+}
+
+void LinkDatabaseErr::Command4_Click() {
+  TxtServerName.SetText(app_.devices.ComputerName());
+  TxtDatabaseName.SetText("lumndata");
+  TxtUser.SetText("sa");
+}
+
+void LinkDatabaseErr::Command1_Click() {
+  UserKey({.code = key::kF1});
+}
+
+Layout LinkDatabaseErr::Arrange() const {
+  return Column({
+      ShowTitle,
+      Layout(ErrInfoShow).Height(4),
+      Row({Space(), ButSet, ButRec, ButExit}),
+      Column({
+          Fields(1, {TxtServerName, TxtDatabaseName, TxtUser, TxtPassword}),
+          Row({Command4, Space(), Command1}),
+      }),
+  });
+}
+
+bool AskForConnection(AppContext& app, const std::string& description) {
+  Forms::HandlerScope scope(app.forms);
+  auto& dialog = app.forms.Get<LinkDatabaseErr>(app);
+  dialog.ErrInfoShow.SetCaption(description);
+  dialog.ShowModal();
+  return dialog.RetryChosen();
+}
+
+void RepairConnection(AppContext& app, const std::string& description) {
+  if (AskForConnection(app, description)) Main(app);
+}
+
+}  // namespace luming

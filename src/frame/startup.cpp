@@ -1,0 +1,116 @@
+#include "frame/startup.h"
+
+#include <optional>
+
+#include "frame/ini_file.h"
+#include "frame/link_database_err.h"
+#include "frame/local_files.h"
+#include "frame/password.h"
+#include "util/text.h"
+
+namespace luming {
+
+namespace {
+
+constexpr std::string_view kLauncher = "云杉启动器";
+constexpr std::size_t kShortestPath = 3;  ///< a path up to this length is a drive's root
+
+/// Takes the field ahead of the next "$" off the hand-off text; without one the cut has no position.
+std::string CutField(std::string& rest) {
+  const std::size_t end = rest.find('$');
+  if (end == std::string::npos) throw StandardFailure(failure::kInvalidCall);
+  std::string field = rest.substr(0, end);
+  rest.erase(0, end + 1);
+  return field;
+}
+
+void StartByHandOff(AppContext& app) {
+  std::string rest = app.CommandLine;
+  app.ConnStr = CutField(rest);
+  const std::string name = CutField(rest);
+  const std::string typed = CutField(rest);
+  if (!app.Cn->IsOpen()) app.Cn->Open(app.ConnStr);
+  app.forms.Get<password>(app).TestUserPassword(name, typed);
+}
+
+void StartByDialog(AppContext& app) {
+  app.ConnStr = ReadConnStr(app);
+  if (!app.Cn->IsOpen()) app.Cn->Open(app.ConnStr);
+  app.forms.Get<password>(app).Show();
+}
+
+/// @return what went wrong, in the words for the connection dialog
+std::optional<std::string> TryStart(AppContext& app) {
+  try {
+    app.Cn = app.CreateConnection();
+    LoadSkin(app);
+    ReadWarehouseType(app);
+    if (Trim(app.CommandLine).empty()) {
+      StartByDialog(app);
+    } else {
+      StartByHandOff(app);
+    }
+    return std::nullopt;
+  } catch (const Failure& failure) {
+    return failure.description();
+  }
+}
+
+}  // namespace
+
+void Main(AppContext& app) {
+  Forms::HandlerScope scope(app.forms);
+  std::optional<std::string> failure = TryStart(app);
+  while (failure && AskForConnection(app, *failure)) failure = TryStart(app);
+}
+
+void ExitApp(AppContext& app) {
+  Forms::HandlerScope scope(app.forms);
+  if (!app.Ended) {
+    app.Ended = true;
+    try {
+      if (app.Cn) app.Cn->Close();
+      app.forms.UnloadAll();
+    } catch (const Failure&) {
+    }
+    app.Cn.reset();
+    app.desktop.EndProcess();
+  }
+  throw ProcessEnded{};
+}
+
+void EndWithoutForms(AppContext& app) {
+  if (app.forms.All().empty()) ExitApp(app);
+}
+
+void ReadWarehouseType(AppContext& app) {
+  CIniFile ini;
+  ini.SpecifyIni(SettingsFile(app));
+  int size = 200;
+  app.KFMC = ini.ReadString("配置", "药库类型", size);
+}
+
+void LoadSkin(AppContext& app, std::string_view program_name) {
+  try {
+    const std::filesystem::path home = program_name == kLauncher ? app.AppPath : ParentDirectory(app);
+    CIniFile ini;
+    ini.SpecifyIni((home / "Sys.ini").string());
+    int size = 100;
+    const std::string name = ini.ReadString("Skin", "SkinName", size);
+    if (ini.ReadInt("Skin", "UseSkin") == 1) app.desktop.AttachSkin(home / "SKIN" / name);
+  } catch (const Failure&) {
+  }
+}
+
+std::filesystem::path ParentDirectory(const AppContext& app) {
+  const std::string path = app.AppPath.string();
+  if (CharCount(path) <= kShortestPath) return {};
+  const std::size_t last = path.find_last_of("/\\");
+  return last == std::string::npos ? std::filesystem::path() : std::filesystem::path(path.substr(0, last + 1));
+}
+
+std::string SettingsFile(const AppContext& app) {
+  return (app.AppPath / "LUMN.ini").string();
+}
+
+}  // namespace luming
