@@ -1,0 +1,98 @@
+#include "app/composition.h"
+
+#include <fstream>
+
+#include "app/command_table.h"
+#include "app/connection_router.h"
+#include "app/system_devices.h"
+#include "frame/local_files.h"
+#include "frame/mainfrm.h"
+#include "frame/startup.h"
+#include "platform/tracing_connection.h"
+
+namespace luming {
+
+namespace {
+
+std::unique_ptr<Devices> MakeDevices(Machine machine, const Clock& clock) {
+  if (machine == Machine::kReal) return std::make_unique<SystemDevices>(clock);
+  return std::make_unique<UntouchedDevices>();
+}
+
+std::filesystem::path WithoutTrailingSlash(const std::filesystem::path& directory) {
+  const std::filesystem::path whole = std::filesystem::absolute(directory).lexically_normal();
+  return whole.has_filename() ? whole : whole.parent_path();
+}
+
+}  // namespace
+
+Program::Program(Desktop& desktop, Machine machine, const std::filesystem::path& home)
+    : desktop_(desktop), devices_(MakeDevices(machine, clock_)), home_(WithoutTrailingSlash(home)) {}
+
+Program::~Program() = default;
+
+void Program::TraceTo(const std::filesystem::path& file) {
+  if (!std::ofstream(file, std::ios::app)) throw Failure(failure::kFileAccess, "无法写入跟踪文件：" + file.string());
+  trace_file_ = file;
+}
+
+void Program::SetHome(const std::filesystem::path& directory) {
+  if (context_) throw Failure(failure::kInvalidCall, "程序已经启动，不能再更换程序目录。");
+  home_ = WithoutTrailingSlash(directory);
+}
+
+void Program::SetClock(const DateTime& now) {
+  clock_.Set(now);
+}
+
+void Program::Start(const std::string& hand_off) {
+  if (context_) throw Failure(failure::kInvalidCall, "程序已经启动。");
+  context_ = std::make_unique<AppContext>(
+      desktop_, *devices_, clock_, home_,
+      [this] {
+        return std::make_unique<TracingConnection>(NewConnection(),
+                                                   [this](const TracedStatement& sent) { Record(sent); });
+      },
+      MainCommands());
+  context_->CommandLine = hand_off;
+  Main(*context_);
+}
+
+void Program::ExecuteCommand(int command) {
+  auto* frame = context_ ? context_->forms.FindAs<mainfrm>() : nullptr;
+  if (!frame) throw Failure(failure::kInvalidCall, "主窗口没有打开，不能执行命令 " + std::to_string(command) + "。");
+  frame->Execute(command);
+}
+
+Forms* Program::OpenForms() {
+  return context_ && !context_->Ended ? &context_->forms : nullptr;
+}
+
+Recordset Program::RunBeside(std::string_view sql) {
+  if (!beside_ || !beside_->IsOpen()) {
+    beside_ = NewConnection();
+    const bool connected = context_ && !context_->ConnStr.empty();
+    beside_->Open(connected ? context_->ConnStr : ConnectionFile(home_).Read(1));
+  }
+  return beside_->Execute(sql);
+}
+
+std::unique_ptr<Connection> Program::NewConnection() {
+  return std::make_unique<RoutedConnection>(nullptr, nullptr);
+}
+
+void Program::Record(const TracedStatement& statement) {
+  statements_.push_back(statement);
+  if (trace_file_.empty()) return;
+  std::ofstream(trace_file_, std::ios::app)
+      << statement.took.count() << " us\t" << statement.rows << " rows\t" << statement.sql
+      << (statement.failure.empty() ? "" : "\t") << statement.failure << '\n';
+}
+
+std::filesystem::path ProgramDirectory() {
+  std::error_code unknown;
+  const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", unknown);
+  return unknown ? std::filesystem::current_path() : program.parent_path();
+}
+
+}  // namespace luming
