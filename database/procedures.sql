@@ -1,5 +1,6 @@
 -- Stored procedures of the storehouse system. Running this file again replaces them.
 -- The names of parameters and of result columns follow the columns of the tables; dates are given as text.
+-- Temporary tables name the database's collation, which need not be that of the server's tempdb.
 
 ---------------------------------------------------------------------------------------------------------------------
 -- Item search
@@ -185,12 +186,14 @@ BEGIN
   DECLARE @LYDW varchar(100), @FYYK varchar(50), @YKQRR varchar(50), @XX varchar(300)
 
   -- A line's quantity in the smallest unit, SL, starts behind the QS that the lines ahead of it take of the drug.
-  CREATE TABLE #MX (id int NOT NULL, YPBM varchar(30) NOT NULL, SL decimal(18,6) NOT NULL, QS decimal(18,6) NOT NULL)
+  CREATE TABLE #MX (id int NOT NULL, YPBM varchar(30) COLLATE DATABASE_DEFAULT NOT NULL,
+                    SL decimal(18,6) NOT NULL, QS decimal(18,6) NOT NULL)
   -- In the same way a batch's stock starts behind the batches that are used up ahead of it.
-  CREATE TABLE #PC (XH int IDENTITY(1,1) NOT NULL, ID int NOT NULL, YPBM varchar(30) NOT NULL, PH varchar(50) NULL,
-                    XQ datetime NULL, SL decimal(18,6) NOT NULL, QS decimal(18,6) NOT NULL)
+  CREATE TABLE #PC (XH int IDENTITY(1,1) NOT NULL, ID int NOT NULL, YPBM varchar(30) COLLATE DATABASE_DEFAULT NOT NULL,
+                    PH varchar(50) COLLATE DATABASE_DEFAULT NULL, XQ datetime NULL,
+                    SL decimal(18,6) NOT NULL, QS decimal(18,6) NOT NULL)
   -- What each line takes of each batch; without a batch PCID is NULL.
-  CREATE TABLE #FP (MXID int NOT NULL, PCID int NULL, PH varchar(50) NULL, XQ datetime NULL,
+  CREATE TABLE #FP (MXID int NOT NULL, PCID int NULL, PH varchar(50) COLLATE DATABASE_DEFAULT NULL, XQ datetime NULL,
                     SL decimal(18,6) NOT NULL, XH int NOT NULL)
 
   BEGIN TRAN
@@ -344,7 +347,7 @@ AS
 BEGIN
   SET NOCOUNT ON
   SET XACT_ABORT ON
-  CREATE TABLE #WP (YPBM varchar(30) NOT NULL PRIMARY KEY)
+  CREATE TABLE #WP (YPBM varchar(30) COLLATE DATABASE_DEFAULT NOT NULL PRIMARY KEY)
 
   BEGIN TRAN
   INSERT INTO #WP (YPBM)
@@ -424,8 +427,8 @@ AS
 BEGIN
   SET NOCOUNT ON
   -- XH 1 is the opening, 2 the closing: the stock ahead of the moment SJ. QPD and HPD are the stock takes around it.
-  CREATE TABLE #KC (YPBM varchar(30) NOT NULL, XH int NOT NULL, SJ datetime NOT NULL, YKKCL decimal(18,6) NOT NULL,
-                    QPD int NULL, HPD int NULL, SL decimal(18,6) NULL, PRIMARY KEY (YPBM, XH))
+  CREATE TABLE #KC (YPBM varchar(30) COLLATE DATABASE_DEFAULT NOT NULL, XH int NOT NULL, SJ datetime NOT NULL,
+                    YKKCL decimal(18,6) NOT NULL, QPD int NULL, HPD int NULL, SL decimal(18,6) NULL, PRIMARY KEY (YPBM, XH))
 
   INSERT INTO #KC (YPBM, XH, SJ, YKKCL)
   SELECT YPBM, 1, @KSRQ, ISNULL(YKKCL, 0) FROM YF_YPML
