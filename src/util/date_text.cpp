@@ -312,6 +312,8 @@ DateTime CDate(std::string_view text, const DateTime& today) {
 }
 
 std::string DateText(const DateTime& value) {
+  constexpr DateTime kDayZero;
+  if (value.Date() == kDayZero) return FormatDate(value, "h:nn:ss");
   return FormatDate(value, value.HasTime() ? "yyyy/m/d h:nn:ss" : "yyyy/m/d");
 }
 

@@ -31,15 +31,11 @@ std::optional<std::string> AsciiForm(std::string_view text) {
     const char32_t c = NextCodePoint(text, position);
     if (c == U'￥' || c == U'¥') {
       ascii += '$';
-    } else if (c == U'　') {
-      ascii += ' ';
-    } else if (c >= U'！' && c <= U'～') {
-      ascii += static_cast<char>(c - U'！' + U'!');
-    } else if (c < 0x80 && c != U'$') {
-      ascii += static_cast<char>(c);
-    } else {
-      return std::nullopt;
+      continue;
     }
+    const char32_t narrow = c == U'　' ? U' ' : c >= U'！' && c <= U'～' ? c - U'！' + U'!' : c;
+    if (narrow >= 0x80 || narrow == U'$') return std::nullopt;
+    ascii += static_cast<char>(narrow);
   }
   return ascii;
 }
@@ -51,11 +47,7 @@ std::optional<double> ReadPlain(std::string_view text) {
   double value = 0;
   const char* end = text.data() + text.size();
   const auto [stop, error] = std::from_chars(text.data(), end, value);
-  if (stop != end) return std::nullopt;
-  if (error == std::errc::result_out_of_range) {
-    if (text.find("e-") == std::string_view::npos && text.find("E-") == std::string_view::npos) return std::nullopt;
-    return 0.0;
-  }
+  if (stop != end || error != std::errc{}) return std::nullopt;
   return value;
 }
 
@@ -147,17 +139,21 @@ Decimal ToDecimal(double value) {
   if (value == 0) return decimal;
   decimal.negative = value < 0;
   const double magnitude = std::fabs(value);
-  if (magnitude < 1e15 && magnitude == std::floor(magnitude)) {
-    const auto result = std::to_chars(decimal.digits.data(), decimal.digits.data() + decimal.digits.size(),
-                                      static_cast<std::int64_t>(magnitude));
-    decimal.count = decimal.point = static_cast<int>(result.ptr - decimal.digits.data());
+  // Nearly every quantity and price is a count of ten-thousandths that the double stands for exactly.
+  constexpr double kScale = 10'000;
+  constexpr int kScalePlaces = 4;
+  const auto scaled = magnitude < 1e11 ? static_cast<std::int64_t>(magnitude * kScale + 0.5) : 0;
+  if (static_cast<double>(scaled) / kScale == magnitude) {
+    const auto result = std::to_chars(decimal.digits.data(), decimal.digits.data() + decimal.digits.size(), scaled);
+    decimal.count = static_cast<int>(result.ptr - decimal.digits.data());
+    decimal.point = decimal.count - kScalePlaces;
   } else {
-    // The shortest text that gives the double back is the text of 15 digits whenever it has no more digits than that.
+    // The shortest text that gives a normal double back is its text of 15 digits if it has no more digits than that.
     std::array<char, 40> text;
     char* const last = text.data() + text.size();
     TakeScientific(text.data(), std::to_chars(text.data(), last, magnitude, std::chars_format::scientific).ptr,
                    decimal);
-    if (decimal.count > kDigits) {
+    if (decimal.count > kDigits || magnitude < std::numeric_limits<double>::min()) {
       const auto rounded = std::to_chars(text.data(), last, magnitude, std::chars_format::scientific, kDigits - 1);
       TakeScientific(text.data(), rounded.ptr, decimal);
     }
@@ -240,7 +236,8 @@ struct Picture {
 Picture ReadPicture(std::string_view text) {
   constexpr std::string_view kCodes = "0#.,";
   Picture picture;
-  const std::size_t begin = std::min(text.find_first_of(kCodes), text.size());
+  std::size_t begin = std::min(text.find_first_of("0#"), text.size());
+  if (begin > 0 && text[begin - 1] == '.') --begin;
   std::size_t i = begin;
   for (; i < text.size() && kCodes.find(text[i]) != std::string_view::npos; ++i) {
     const char c = text[i];
@@ -341,7 +338,8 @@ std::string NumberText(double value) {
 }
 
 std::string FormatNumber(double value, std::string_view picture) {
-  if (!std::isfinite(value)) return TextOfNoNumber(value);
+  const bool has_digits = picture.find_first_of("0#") != std::string_view::npos;
+  if (!std::isfinite(value) || !has_digits) return NumberText(value);
   const Picture asked = ReadPicture(picture);
   Decimal decimal = ToDecimal(value);
   RoundTo(decimal, asked.fraction_most);

@@ -32,7 +32,8 @@ std::int16_t CInt(std::string_view text);
 std::string NumberText(double value);
 
 /// Formats by a picture of '0', '#', one '.', ',' and literal characters around it: "0.00", "0.0000", "￥0.0000",
-/// "#.00", "0000". Rounds half away from zero on the decimal text of 15 digits: 1.2345 as "0.000" is 1.235.
+/// "#.00", "0000". Rounds half away from zero on the decimal text of 15 digits: 1.2345 as "0.000" is 1.235. No minus
+/// stands ahead of a result of zero. A picture without '0' or '#' gives NumberText.
 std::string FormatNumber(double value, std::string_view picture);
 
 /// FormatNumber of a text that is a number; any other text, the empty one included, comes back as it is.
