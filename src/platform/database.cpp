@@ -101,11 +101,12 @@ DateTime Value::Date() const {
 
 std::string Value::Format(std::string_view picture) const {
   if (IsNull()) return {};
-  if (const auto* moment = std::get_if<DateTime>(&data_)) return FormatDate(*moment, picture);
+  if (const auto* stored = std::get_if<DateTime>(&data_)) return FormatDate(*stored, picture);
   const auto* text = std::get_if<std::string>(&data_);
   if (text == nullptr) return FormatNumber(Number(), picture);
   if (!IsDatePicture(picture)) return FormatNumberText(*text, picture);
-  return IsDate(*text) ? FormatDate(Date(), picture) : *text;
+  const auto moment = ParseDate(*text, kZeroDate);
+  return moment ? FormatDate(*moment, picture) : *text;
 }
 
 std::string Value::TakeText() {
@@ -144,21 +145,24 @@ void Recordset::MoveNext() {
   ++current_;
 }
 
-std::size_t Recordset::CellIndex(std::size_t column) const {
+void Recordset::DemandCell(std::size_t column) const {
   DemandOpen();
   if (column >= columns_.size()) throw StandardFailure(failure::kNoSuchField);
   if (current_ >= rows_) throw StandardFailure(failure::kNoCurrentRow);
-  return current_ * columns_.size() + column;
 }
 
 const Value& Recordset::Field(std::string_view name) const {
   return Field(ColumnIndex(name));
 }
+
 const Value& Recordset::Field(std::size_t index) const {
-  return cells_[CellIndex(index)];
+  DemandCell(index);
+  return blocks_[current_ / kBlockRows][current_ % kBlockRows * columns_.size() + index];
 }
+
 Value& Recordset::Field(std::size_t index) {
-  return cells_[CellIndex(index)];
+  DemandCell(index);
+  return blocks_[current_ / kBlockRows][current_ % kBlockRows * columns_.size() + index];
 }
 
 std::size_t Recordset::ColumnIndex(std::string_view name) const {
@@ -176,18 +180,20 @@ Recordset Recordset::NextRecordset() {
 
 Value* Recordset::AppendRow() {
   DemandOpen();
+  if (rows_ % kBlockRows == 0) {
+    blocks_.emplace_back();
+    // The first block grows by need, since most statements give a handful of rows.
+    if (rows_ > 0) blocks_.back().reserve(kBlockRows * columns_.size());
+  }
   ++rows_;
-  cells_.resize(rows_ * columns_.size());
-  return cells_.data() + (rows_ - 1) * columns_.size();
+  std::vector<Value>& block = blocks_.back();
+  block.resize(block.size() + columns_.size());
+  return block.data() + (block.size() - columns_.size());
 }
 
 void Recordset::AppendRow(std::vector<Value> row) {
   if (row.size() != columns_.size()) throw StandardFailure(failure::kInvalidCall);
   std::ranges::move(row, AppendRow());
-}
-
-void Recordset::Reserve(std::size_t rows) {
-  cells_.reserve(rows * columns_.size());
 }
 
 void Recordset::SetNext(std::unique_ptr<Recordset> next) {

@@ -87,16 +87,17 @@ class Recordset {
   /// A new last row of NULLs: its first of ColumnCount() cells, to be filled in place. Valid until the next AppendRow.
   Value* AppendRow();
   void AppendRow(std::vector<Value> row);  ///< as many values as there are columns
-  void Reserve(std::size_t rows);
   void SetNext(std::unique_ptr<Recordset> next);
 
  private:
+  static constexpr std::size_t kBlockRows = 512;
+
   void DemandOpen() const;
-  std::size_t CellIndex(std::size_t column) const;
+  void DemandCell(std::size_t column) const;
 
   bool open_ = false;
   std::vector<std::string> columns_;
-  std::vector<Value> cells_;  ///< row by row
+  std::vector<std::vector<Value>> blocks_;  ///< cells row by row; a block holds kBlockRows rows, the last one fewer
   std::size_t rows_ = 0;
   std::size_t current_ = 0;
   std::unique_ptr<Recordset> next_;
