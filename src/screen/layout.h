@@ -38,6 +38,11 @@ struct Layout {
     height = lines;
     return std::move(*this);
   }
+  /// Words in front of a control that has none of its own: a label that shows a value.
+  Layout&& Titled(std::string words) && {
+    title = std::move(words);
+    return std::move(*this);
+  }
   /// Draws the control without its caption in front.
   Layout&& Bare() && {
     bare = true;

@@ -1,5 +1,7 @@
 #include "stock/entry_dialog.h"
 
+#include "util/number_text.h"
+
 namespace luming {
 
 void OfferUnits(ComboBox& list, const DrugUnits& units) {
@@ -8,6 +10,10 @@ void OfferUnits(ComboBox& list, const DrugUnits& units) {
   if (units.IsSplit()) list.AddItem(units.ZXDW);
   list.SetListIndex(0);
   list.SetEnabled(units.IsSplit());
+}
+
+double NumberOrZero(std::string_view text) {
+  return IsNumeric(text) ? CDbl(text) : 0;
 }
 
 bool LargeUnitChosen(const ComboBox& list) {

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <cstdint>
+#include <cstddef>
+#include <string_view>
 
 #include "masterdata/drug_record.h"
 #include "screen/control.h"
@@ -40,6 +41,9 @@ inline ComboOptions NameList(std::size_t cut) {
 /// Fills a dialog's unit list and shows the large unit: that alone, and the list disabled, for a drug that is not
 /// split; else the large and the smallest unit.
 void OfferUnits(ComboBox& list, const DrugUnits& units);
+
+/// What a text counts as where nothing has tested it yet.
+double NumberOrZero(std::string_view text);
 
 /// Whether the list shows its first item.
 bool LargeUnitChosen(const ComboBox& list);

@@ -21,6 +21,7 @@ constexpr std::array kStandingTexts = {
     StandingText{failure::kInvalidCall, "无效的过程调用或参数", kProgram},
     StandingText{failure::kOverflow, "溢出", kProgram},
     StandingText{failure::kSubscript, "下标越界", kProgram},
+    StandingText{failure::kDivisionByZero, "除数为零", kProgram},
     StandingText{failure::kTypeMismatch, "类型不匹配", kProgram},
     StandingText{failure::kFileNotFound, "文件未找到", kProgram},
     StandingText{failure::kBadRecordLength, "错误的记录长度", kProgram},

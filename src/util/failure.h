@@ -33,6 +33,7 @@ namespace failure {
 inline constexpr long kInvalidCall = 5;
 inline constexpr long kOverflow = 6;
 inline constexpr long kSubscript = 9;
+inline constexpr long kDivisionByZero = 11;
 inline constexpr long kTypeMismatch = 13;
 inline constexpr long kBadRecordLength = 59;
 inline constexpr long kFileNotFound = 53;
