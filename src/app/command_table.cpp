@@ -1,5 +1,6 @@
 #include "app/command_table.h"
 
+#include "documents/ek_yk_rkmx.h"
 #include "frame/mainfrm.h"
 
 namespace luming {
@@ -149,7 +150,7 @@ std::vector<Command> Commands() {
       Awaited(201, "eK_YPJBXX"),
       Awaited(202, "Frm_YPML"),
       Awaited(203, "Frm_YPLC"),
-      Awaited(302, "ek_YK_RKMX"),
+      Child<ek_YK_RKMX>(302),
       Awaited(303, "ek_YK_RKMXCX"),
       Awaited(305, "ek_KSLY"),
       Awaited(306, "ek_KSLYCX"),
