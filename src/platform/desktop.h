@@ -30,11 +30,11 @@ struct Box {
 
 struct FileRequest {
   bool save = false;
-  std::string title;
-  std::string filter;  ///< "*.xls" or "description|pattern|…"
-  std::filesystem::path directory;
-  std::string name;  ///< proposed
-  std::string extension;
+  std::string title = {};
+  std::string filter = {};  ///< "*.xls" or "description|pattern|…"
+  std::filesystem::path directory = {};
+  std::string name = {};  ///< proposed
+  std::string extension = {};
 };
 
 /// An entry of a menu, a pop-up or a tool bar. Captions carry their mnemonic as "(&S)".
@@ -89,6 +89,8 @@ class DesktopProbe {
   virtual void AnswerBox(Answer answer) = 0;
   virtual const FileRequest* OpenFileDialog() const = 0;
   virtual void AnswerFileDialog(std::optional<std::string> path) = 0;
+  virtual const std::vector<MenuEntry>* OpenPopUp() const { return nullptr; }
+  virtual void AnswerPopUp(std::optional<int>) {}
   /// A picture of the desktop as PNG; false where there is nothing drawn.
   virtual bool Shot(const std::filesystem::path& file) = 0;
 };

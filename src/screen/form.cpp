@@ -113,7 +113,7 @@ void Form::SetActiveControl(Control* control) {
   ++focus_moves_;
   active_ = control;
   if (Control* left = std::exchange(entered_, nullptr)) left->FocusLost();
-  if (active_ != control) return;  // the field that was left sent the focus elsewhere
+  if (unloaded_ || active_ != control) return;  // the field that was left closed the form or sent the focus elsewhere
   if (view_) view_->FocusChanged(control);
   entered_ = control;
   if (control) control->FocusGained();
