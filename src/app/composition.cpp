@@ -50,7 +50,7 @@ void Program::Start(const std::string& hand_off) {
   context_ = std::make_unique<AppContext>(
       desktop_, *devices_, clock_, home_,
       [this] {
-        return std::make_unique<TracingConnection>(NewConnection(),
+        return std::make_unique<TracingConnection>(NewConnection(home_),
                                                    [this](const TracedStatement& sent) { Record(sent); });
       },
       MainCommands());
@@ -70,14 +70,14 @@ Forms* Program::OpenForms() {
 
 Recordset Program::RunBeside(std::string_view sql) {
   if (!beside_ || !beside_->IsOpen()) {
-    beside_ = NewConnection();
+    beside_ = NewConnection(home_);
     const bool connected = context_ && !context_->ConnStr.empty();
     beside_->Open(connected ? context_->ConnStr : ConnectionFile(home_).Read(1));
   }
   return beside_->Execute(sql);
 }
 
-std::unique_ptr<Connection> Program::NewConnection() {
+std::unique_ptr<Connection> NewConnection(const std::filesystem::path&) {
   return std::make_unique<RoutedConnection>(nullptr, nullptr);
 }
 

@@ -56,7 +56,6 @@ class Program : public ScriptHost {
   void ForgetStatements() override { statements_.clear(); }
 
  private:
-  std::unique_ptr<Connection> NewConnection();
   void Record(const TracedStatement& statement);
 
   Desktop& desktop_;
@@ -68,6 +67,9 @@ class Program : public ScriptHost {
   std::unique_ptr<Connection> beside_;
   std::unique_ptr<AppContext> context_;
 };
+
+/// A connection that becomes the embedded store of the application directory or the server, by what it is opened with.
+std::unique_ptr<Connection> NewConnection(const std::filesystem::path& home);
 
 /// The application directory when none is named on the command line: that of the running program.
 std::filesystem::path ProgramDirectory();

@@ -1,0 +1,172 @@
+#include "app/opening_stock.h"
+
+#include <algorithm>
+
+#include "app/command_table.h"
+#include "app/system_devices.h"
+#include "documents/ek_rkxz.h"
+#include "documents/ek_yk_rkmx.h"
+#include "documents/receipt_columns.h"
+#include "script/headless_desktop.h"
+#include "util/number_text.h"
+#include "util/text.h"
+
+namespace luming {
+
+namespace {
+
+/// One row of the receipts' file, asked by the names of its columns.
+class ReceiptRow {
+ public:
+  ReceiptRow(const TableFile& file, const std::vector<std::string>& fields) : file_(file), fields_(fields) {}
+
+  const std::string& operator[](std::string_view column) const {
+    const auto found = std::ranges::find(file_.columns, column);
+    if (found == file_.columns.end()) {
+      throw Failure(failure::kNoSuchField, "数据文件 " + file_.table + ".tsv 缺少列 " + std::string(column) + "。");
+    }
+    return fields_[static_cast<std::size_t>(found - file_.columns.begin())];
+  }
+  DateTime Day(std::string_view column, const DateTime& today) const { return today.AddDays(CLng((*this)[column])); }
+
+ private:
+  const TableFile& file_;
+  const std::vector<std::string>& fields_;
+};
+
+/// The screen asked something that no opening receipt should lead to. No trap of the screens takes it.
+struct Refused {
+  std::string words;
+};
+
+/// Types the receipts in. Everything goes through the fields and buttons of the screen.
+class OpeningClerk {
+ public:
+  OpeningClerk(const std::filesystem::path& home, std::shared_ptr<Connection> connection, const DateTime& today)
+      : today_(today.Date()),
+        clock_(today_),
+        app_(desktop_, devices_, clock_, home, {}, MainCommands()),
+        form_(OpenScreen(std::move(connection))) {}
+
+  void Enter(const TableFile& file) {
+    std::string number;
+    for (const std::vector<std::string>& fields : file.rows) {
+      const ReceiptRow row(file, fields);
+      if (row["DH"] != number) {
+        Save();
+        number = row["DH"];
+        Begin(row);
+      }
+      EnterLine(row);
+    }
+    Save();
+  }
+
+ private:
+  ek_YK_RKMX& OpenScreen(std::shared_ptr<Connection> connection) {
+    desktop_.pump = [this] { Act(); };
+    app_.Cn = std::move(connection);
+    app_.CurUser.GetUserName = "管理员";
+    app_.CurUser.YPGL_YKJYLR = true;
+    auto& form = app_.forms.Get<ek_YK_RKMX>(app_);
+    form.EnsureLoaded();
+    form.picker.CXFS.SetText("编码");
+    return form;
+  }
+
+  void Begin(const ReceiptRow& row) {
+    constexpr int kMorning = 9 * 3600;
+    app_.KFMC = row["KFMC"];
+    clock_.Set(row.Day("RKRQ", today_).AddSeconds(kMorning));
+    form_.sGHDW.UserText(row["GHDW"]);
+    form_.sFPH.UserText(row["FPH"]);
+    form_.FPRQ.SetValue(row.Day("FPRQ", today_));
+    form_.lFKBZ.UserChoose(row["FKBZ"] == "1" ? 0 : 1);
+    form_.sYSR.UserText(row["YSR"]);
+    form_.sFHR.UserText(row["FHR"]);
+  }
+
+  void EnterLine(const ReceiptRow& row) {
+    row_ = &row;
+    form_.picker.PM.UserText(row["YPBM"]);
+    if (form_.picker.ActiveCode() != row["YPBM"]) {
+      throw Failure(failure::kInvalidCall, "期初入库单中的药品 " + row["YPBM"] + " 不在" + app_.KFMC + "的目录中。");
+    }
+    form_.PickItem();
+    row_ = nullptr;
+    if (!row["XQ"].empty()) return;
+    int line = 1;
+    while (form_.fpSpread1.Text(line, receipt::kCode) != row["YPBM"]) ++line;
+    form_.fpSpread1.UserEdit(line, receipt::kExpiry, "");
+  }
+
+  void Save() {
+    if (form_.fpSpread1.MaxRows() == 0) return;
+    form_.UserClick(form_.Command1);
+    if (form_.fpSpread1.MaxRows() > 0) throw Failure(failure::kInvalidCall, "期初入库单没有保存。");
+  }
+
+  void Act() {
+    if (const Box* box = desktop_.OpenBox()) {
+      const bool question = (box->style & box::kYesNo) != 0;
+      if (!question && (box->style & 0xF0) != box::kInformation) throw Refused{box->text};
+      desktop_.AnswerBox(question ? Answer::kYes : Answer::kOk);
+      return;
+    }
+    auto* dialog = app_.forms.FindAs<ek_RKXZ>();
+    if (!dialog || !row_) throw Refused{"期初入库时出现了意外的窗口。"};
+    FillDialog(*dialog, *row_);
+  }
+
+  void FillDialog(ek_RKXZ& dialog, const ReceiptRow& row) {
+    const auto& units = dialog.DW.Items();
+    const auto unit = std::ranges::find(units, row["DW"]);
+    if (unit == units.end()) throw Refused{"药品 " + row["YPBM"] + " 没有单位“" + row["DW"] + "”。"};
+    dialog.DW.UserChoose(static_cast<int>(unit - units.begin()));
+    dialog.sngSL.UserText(row["SL"]);
+    dialog.PFJ.UserText(row["PFJ"]);
+    dialog.PLJ.UserText(row["PLJ"]);
+    dialog.sPH.UserText(row["PH"]);
+    if (!row["XQ"].empty()) dialog.lYXQ.SetValue(row.Day("XQ", today_));
+    dialog.UserClick(dialog.Command1);
+  }
+
+  const DateTime today_;
+  HeadlessDesktop desktop_;
+  UntouchedDevices devices_;
+  FixedClock clock_;
+  AppContext app_;
+  ek_YK_RKMX& form_;
+  const ReceiptRow* row_ = nullptr;
+};
+
+/// A drug that is stopped by now could be bought when its receipt was written.
+std::vector<std::string> LiftStops(Connection& connection) {
+  std::vector<std::string> stopped;
+  for (Recordset rows = connection.Execute("Select YPBM From YF_YPML Where SFTY=1"); !rows.Eof(); rows.MoveNext()) {
+    stopped.push_back(rows.Field(0).Text());
+  }
+  connection.Execute("Update YF_YPML Set SFTY=0 Where SFTY=1");
+  return stopped;
+}
+
+void StopAgain(Connection& connection, const std::vector<std::string>& stopped) {
+  for (const std::string& code : stopped) {
+    connection.Execute("Update YF_YPML Set SFTY=1 Where YPBM Like'" + code + "'");
+  }
+}
+
+}  // namespace
+
+void EnterOpeningReceipts(const std::filesystem::path& home, std::shared_ptr<Connection> connection,
+                          const TableFile& receipts, const DateTime& today) {
+  const std::vector<std::string> stopped = LiftStops(*connection);
+  try {
+    OpeningClerk(home, connection, today).Enter(receipts);
+  } catch (const Refused& refused) {
+    throw Failure(failure::kInvalidCall, "期初入库失败：" + refused.words);
+  }
+  StopAgain(*connection, stopped);
+}
+
+}  // namespace luming

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "platform/database.h"
+
+namespace luming {
+
+/// A drug whose three stock figures, all in smallest units, are not the same.
+struct Disagreement {
+  std::string code;
+  std::string name;
+  double counter = 0;             ///< YKKCL of the catalogue
+  double batches = 0;             ///< of YK_CurryPH
+  double log = 0;                 ///< what the movements since the last stock take come to
+  std::vector<std::string> last;  ///< the last movements, the newest first, one line each
+};
+
+/// Compares counter, batches and log of every drug. Reads only.
+std::vector<Disagreement> FindDisagreements(Connection& connection);
+
+/// The report of an application directory's store, as text for the operator. Failure when there is no store.
+/// @param agree set to whether everything agrees
+std::string CheckStore(const std::filesystem::path& home, bool& agree);
+
+}  // namespace luming

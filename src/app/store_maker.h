@@ -1,0 +1,32 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include "util/date_time.h"
+
+namespace luming {
+
+/// What a new application directory is made from.
+struct StoreRequest {
+  std::filesystem::path directory;      ///< missing or empty; comes into being whole or not at all
+  std::filesystem::path data;           ///< with schema.sql, procedures.sql, seed/ and demo/
+  bool demo = false;                    ///< with the demonstration drugs, operators and opening stock
+  std::optional<std::string> password;  ///< of the operator 管理员; the seed's own when there is none
+};
+
+/// Makes an application directory ready to start: the embedded store with its seed, the connection file and the
+/// settings file. Failure tells what is missing or damaged; nothing half-made stays behind.
+void CreateStore(const StoreRequest& request, const DateTime& now);
+
+/// Failure when a store cannot be made there because something is there already.
+void DemandFreePlace(const std::filesystem::path& directory);
+/// Failure for a password that could never be typed at the login, is empty, or is too long.
+void DemandUsablePassword(const std::string& password);
+
+/// The directory of the database files: beside the program, or in the source tree that it was built in. Failure when
+/// there is none.
+std::filesystem::path FindDatabaseFiles(const std::filesystem::path& program_directory);
+
+}  // namespace luming

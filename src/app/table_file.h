@@ -1,0 +1,28 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "util/date_time.h"
+
+namespace luming {
+
+/// A data file of the store: UTF-8, tabs between fields, the columns in the first line.
+struct TableFile {
+  std::string table;  ///< the file's name without its extension
+  std::vector<std::string> columns;
+  std::vector<std::vector<std::string>> rows;  ///< each as long as `columns`
+};
+
+/// Reads and tests the whole file. Failure, naming file and line, for one that is missing, no UTF-8, without columns,
+/// or with a line of another length.
+TableFile ReadTableFile(const std::filesystem::path& file);
+
+/// A field as a statement takes it: "\N" is NULL, "@-3" the day three days ago, any other text is quoted.
+std::string SqlOfField(const std::string& field, const DateTime& today);
+
+/// The batches of a script, which end with a line "GO". Failure when the file cannot be read.
+std::vector<std::string> ReadBatches(const std::filesystem::path& file);
+
+}  // namespace luming
