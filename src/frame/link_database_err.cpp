@@ -32,11 +32,8 @@ void LinkDatabaseErr::Load() {
 }
 
 void LinkDatabaseErr::ShowFields(bool shown) {
-  for (Control* field :
-       {static_cast<Control*>(&TxtServerName), static_cast<Control*>(&TxtDatabaseName), static_cast<Control*>(&TxtUser),
-        static_cast<Control*>(&TxtPassword), static_cast<Control*>(&Command4), static_cast<Control*>(&Command1)}) {
-    field->SetVisible(shown);
-  }
+  const std::array<Control*, 5> fields = {&TxtServerName, &TxtDatabaseName, &TxtUser, &TxtPassword, &Command4};
+  for (Control* field : fields) field->SetVisible(shown);
 }
 
 void LinkDatabaseErr::LoadConnFields() {
@@ -124,11 +121,9 @@ Layout LinkDatabaseErr::Arrange() const {
   return Column({
       ShowTitle,
       Layout(ErrInfoShow).Height(4),
-      Row({Space(), ButSet, ButRec, ButExit}),
-      Column({
-          Fields(1, {TxtServerName, TxtDatabaseName, TxtUser, TxtPassword}),
-          Row({Command4, Space(), Command1}),
-      }),
+      Row({Command1, Space(), ButSet, ButRec, ButExit}),
+      Fields(1, {TxtServerName, TxtDatabaseName, TxtUser, TxtPassword}),
+      Row({Command4, Space()}),
   });
 }
 
