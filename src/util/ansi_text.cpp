@@ -33,7 +33,7 @@ class CodePage {
  public:
   CodePage() {
     const iconv_t opened = iconv_open("UTF-16LE", "GBK");
-    if (opened == reinterpret_cast<iconv_t>(-1)) {
+    if (reinterpret_cast<std::intptr_t>(opened) == -1) {
       throw Failure(failure::kFileNotFound,
                     "系统缺少代码页 936（GBK）的转换模块，请补装 C 运行库的 gconv 模块后重新启动程序。");
     }

@@ -142,7 +142,7 @@ Decimal ToDecimal(double value) {
   // Nearly every quantity and price is a count of ten-thousandths that the double stands for exactly.
   constexpr double kScale = 10'000;
   constexpr int kScalePlaces = 4;
-  const auto scaled = magnitude < 1e11 ? static_cast<std::int64_t>(magnitude * kScale + 0.5) : 0;
+  const auto scaled = magnitude < 1e11 ? std::llround(magnitude * kScale) : 0LL;
   if (static_cast<double>(scaled) / kScale == magnitude) {
     const auto result = std::to_chars(decimal.digits.data(), decimal.digits.data() + decimal.digits.size(), scaled);
     decimal.count = static_cast<int>(result.ptr - decimal.digits.data());

@@ -60,7 +60,7 @@ TEST(DateText, ReadsWhatADesktopTakesForADate) {
 TEST(DateText, RefusesOtherTexts) {
   const char* const refused[] = {
       // Numbers, prices, batch numbers and names that stand beside dates on the screens.
-      "", " ", "片", "5", "12.5", "3.1", "20260301", "260301", "-1", "1-", "A-1", "0.25g*24", "1-2-3-4",
+      "", " ", "片", "5", "12.5", "3.1", "20260301", "260301", "003-1", "-1", "1-", "A-1", "0.25g*24", "1-2-3-4",
       // Days and times that do not exist.
       "2026-2-29", "1900-2-29", "2026-13-1", "2026-0-1", "2026-3-0", "2026-4-31", "2026-03-32", "13-1",
       "2026-3-1 24:00:00", "2026-3-1 8:60", "2026-3-1 8:05:60", "2026-3-1 下午 13:00", "2026-3-1 0:30 AM",

@@ -70,6 +70,7 @@ TEST(DateTime, RefusesToLeaveItsRange) {
   EXPECT_EQ(FailureOf([&] { day.AddYears(-kMostYears); }), failure::kOverflow);
   EXPECT_EQ(FailureOf([&] { day.AddYears(7974); }), failure::kOverflow);
   EXPECT_EQ(FailureOf([] { DateTime(1753, 1, 1).AddSeconds(-1); }), failure::kOverflow);
+  EXPECT_EQ(FailureOf([] { DateTime(9999, 12, 31).AddDays(1); }), failure::kOverflow);
   EXPECT_EQ(day.AddYears(7973), DateTime(9999, 3, 1));
 }
 
