@@ -72,10 +72,14 @@ std::string ReadConnStr(AppContext& app) {
   }
 }
 
+std::string LastUserOf(std::string_view bytes) {
+  return FromAnsi(bytes.substr(0, bytes.find_first_of(std::string_view("\r\n\0", 3))));
+}
+
 std::string ReadLastUser(const AppContext& app) {
   try {
     const std::string bytes = ReadWholeFile(LastUserFile(app), kLargestFile).value_or(std::string());
-    return FromAnsi(std::string_view(bytes).substr(0, bytes.find_first_of("\r\n")));
+    return LastUserOf(bytes);
   } catch (const Failure&) {
     return {};
   }

@@ -38,6 +38,8 @@ std::string ReadRecord(std::string_view bytes, int record);
 /// The connection string of the last connection dialog. A failure is shown and gives an empty text.
 std::string ReadConnStr(AppContext& app);
 
+/// The first line of what `User.data` holds.
+std::string LastUserOf(std::string_view bytes);
 /// The operator who logged in last; empty when that cannot be read.
 std::string ReadLastUser(const AppContext& app);
 /// Errors are ignored: the next login just starts without a name.

@@ -15,22 +15,11 @@ namespace {
 constexpr std::string_view kLauncher = "云杉启动器";
 constexpr std::size_t kShortestPath = 3;  ///< a path up to this length is a drive's root
 
-/// Takes the field ahead of the next "$" off the hand-off text; without one the cut has no position.
-std::string CutField(std::string& rest) {
-  const std::size_t end = rest.find('$');
-  if (end == std::string::npos) throw StandardFailure(failure::kInvalidCall);
-  std::string field = rest.substr(0, end);
-  rest.erase(0, end + 1);
-  return field;
-}
-
 void StartByHandOff(AppContext& app) {
-  std::string rest = app.CommandLine;
-  app.ConnStr = CutField(rest);
-  const std::string name = CutField(rest);
-  const std::string typed = CutField(rest);
+  const HandOff hand_off = ParseHandOff(app.CommandLine);
+  app.ConnStr = hand_off.connection;
   if (!app.Cn->IsOpen()) app.Cn->Open(app.ConnStr);
-  app.forms.Get<password>(app).TestUserPassword(name, typed);
+  app.forms.Get<password>(app).TestUserPassword(hand_off.name, hand_off.typed);
 }
 
 void StartByDialog(AppContext& app) {
@@ -57,6 +46,21 @@ std::optional<std::string> TryStart(AppContext& app) {
 }
 
 }  // namespace
+
+HandOff ParseHandOff(std::string_view tail) {
+  const auto cut = [&tail] {
+    const std::size_t end = tail.find('$');
+    if (end == std::string_view::npos) throw StandardFailure(failure::kInvalidCall);
+    const std::string_view field = tail.substr(0, end);
+    tail.remove_prefix(end + 1);
+    return std::string(field);
+  };
+  HandOff fields;
+  fields.connection = cut();
+  fields.name = cut();
+  fields.typed = cut();
+  return fields;
+}
 
 void Main(AppContext& app) {
   Forms::HandlerScope scope(app.forms);

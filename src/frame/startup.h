@@ -12,6 +12,16 @@ namespace luming {
 /// up the connection dialog; its retry runs all of this again, on a new connection.
 void Main(AppContext& app);
 
+/// What the suite's launcher passes on the command line, each field followed by "$".
+struct HandOff {
+  std::string connection;
+  std::string name;
+  std::string typed;
+};
+
+/// What stands behind the third "$" does not matter. Failure kInvalidCall when one of the three is missing.
+HandOff ParseHandOff(std::string_view tail);
+
 /// The orderly end: closes the connection, unloads every form, ends the process. Throws ProcessEnded.
 [[noreturn]] void ExitApp(AppContext& app);
 

@@ -1,0 +1,65 @@
+#include "app/system_devices.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <optional>
+
+#include "support/temp_directory.h"
+#include "util/failure.h"
+
+namespace luming {
+namespace {
+
+using Moment = std::chrono::sys_time<std::chrono::milliseconds>;
+
+class SystemDevicesTest : public ::testing::Test {
+ protected:
+  FixedClock clock{DateTime(2026, 3, 1, 10, 0, 0)};
+  std::optional<Moment> set;
+  bool allowed = true;
+  SystemDevices devices{clock, [this](Moment moment) {
+                          set = moment;
+                          return allowed;
+                        }};
+};
+
+TEST_F(SystemDevicesTest, ClockIsLeftAloneWithinTwoSeconds) {
+  for (const int second : {58, 59, 60, 61, 62}) {
+    devices.SetClock(DateTime(2026, 3, 1, 9, 59, 0).AddSeconds(second));
+    EXPECT_FALSE(set) << second;
+  }
+  allowed = false;
+  EXPECT_NO_THROW(devices.SetClock(clock.Now())) << "nothing to do needs no right";
+}
+
+TEST_F(SystemDevicesTest, ClockFurtherAwayIsSetInTheLocalZone) {
+  setenv("TZ", "Asia/Shanghai", 1);
+  tzset();
+  devices.SetClock(DateTime(2026, 3, 1, 10, 0, 3, 250));
+  unsetenv("TZ");
+  tzset();
+  ASSERT_TRUE(set);
+  EXPECT_EQ(*set, Moment(std::chrono::sys_days(std::chrono::year(2026) / 3 / 1) + std::chrono::hours(2) +
+                         std::chrono::milliseconds(3250)));
+}
+
+TEST_F(SystemDevicesTest, RefusedClockIsAFailure) {
+  allowed = false;
+  EXPECT_THROW(devices.SetClock(DateTime(2026, 3, 1, 11, 0, 0)), Failure);
+}
+
+TEST_F(SystemDevicesTest, MissingProgramsAndDocumentsAreFailures) {
+  TempDirectory directory;
+  EXPECT_THROW(devices.OpenDocument(directory / "manual.chm"), Failure);
+  EXPECT_THROW(devices.StartProgram(directory / "program"), Failure);
+  const std::string path = std::getenv("PATH");
+  setenv("PATH", directory.Path().c_str(), 1);
+  EXPECT_THROW(devices.StartProgram("/usr/bin/calc.exe"), Failure);
+  WriteBytes(directory / "manual.chm", "x");
+  EXPECT_THROW(devices.OpenDocument(directory / "manual.chm"), Failure) << "no program opens documents here";
+  setenv("PATH", path.c_str(), 1);
+}
+
+}  // namespace
+}  // namespace luming
