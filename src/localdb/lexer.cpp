@@ -1,0 +1,167 @@
+#include "localdb/lexer.h"
+
+#include <algorithm>
+#include <array>
+
+#include "localdb/errors.h"
+#include "util/text.h"
+
+namespace luming::localdb {
+namespace {
+
+enum CharClass : std::uint8_t { kOther, kBlank, kLetter, kDigit, kOperator };
+
+constexpr std::array<CharClass, 256> MakeClasses() {
+  std::array<CharClass, 256> classes{};
+  for (std::size_t c = 0; c < 256; ++c) {
+    bool letter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == '#' || c >= 0x80;
+    if (letter) classes[c] = kLetter;
+    if (c >= '0' && c <= '9') classes[c] = kDigit;
+    if (c == ' ' || (c >= '\t' && c <= '\r')) classes[c] = kBlank;
+  }
+  for (char c : std::string_view("(),.;+-*/%=<>!&|^~:")) classes[static_cast<std::size_t>(c)] = kOperator;
+  return classes;
+}
+
+// So much of an unfinished text is shown in an error.
+constexpr std::size_t kShownText = 60;
+
+constexpr auto kClasses = MakeClasses();
+
+CharClass ClassOf(char c) {
+  return kClasses[static_cast<unsigned char>(c)];
+}
+bool ContinuesName(char c) {
+  return ClassOf(c) == kLetter || ClassOf(c) == kDigit || c == '@' || c == '$';
+}
+
+}  // namespace
+
+std::string Literal::Unquoted() const {
+  return has_quotes ? Replace(text, "''", "'") : std::string(text);
+}
+
+std::string_view LexedText::KeyOf(std::size_t first, std::size_t last) const {
+  std::size_t begin = tokens_[first].key_begin;
+  return std::string_view(key_).substr(begin, tokens_[last].key_begin - begin);
+}
+
+std::string_view LexedText::Slice(std::size_t first, std::size_t last) const {
+  if (first >= last) return {};
+  std::size_t begin = tokens_[first].begin;
+  const Token& end = tokens_[last - 1];
+  return text_.substr(begin, end.begin + end.size - begin);
+}
+
+void LexedText::Lex(std::string_view text) {
+  text_ = text;
+  tokens_.clear();
+  literals_.clear();
+  key_.clear();
+  key_.reserve(text.size());
+  std::size_t at = SkipBlanksAndComments(0);
+  while (at < text_.size()) at = SkipBlanksAndComments(LexToken(at));
+  Append(TokenKind::kEnd, text_.size(), text_.size());
+}
+
+std::size_t LexedText::SkipBlanksAndComments(std::size_t at) const {
+  while (at < text_.size()) {
+    if (ClassOf(text_[at]) == kBlank) {
+      ++at;
+    } else if (text_.compare(at, 2, "--") == 0) {
+      at = std::min(text_.find('\n', at), text_.size());
+    } else if (text_.compare(at, 2, "/*") == 0) {
+      std::size_t end = text_.find("*/", at + 2);
+      at = end == std::string_view::npos ? text_.size() : end + 2;
+    } else {
+      break;
+    }
+  }
+  return at;
+}
+
+std::size_t LexedText::LexToken(std::size_t at) {
+  char c = text_[at];
+  if (c == '\'') return LexString(at, at);
+  if ((c == 'N' || c == 'n') && text_.compare(at + 1, 1, "'") == 0) return LexString(at, at + 1);
+  if (c == '[') return LexQuotedName(at, ']');
+  if (c == '"') return LexQuotedName(at, '"');
+  bool point_number = c == '.' && at + 1 < text_.size() && ClassOf(text_[at + 1]) == kDigit;
+  if (ClassOf(c) == kDigit || point_number) return LexNumber(at);
+  if (ClassOf(c) != kLetter && c != '@') return LexSymbol(at);
+  std::size_t end = at + 1;
+  while (end < text_.size() && ContinuesName(text_[end])) ++end;
+  if (c == '@' && end == at + 1) throw SqlError(native::kSyntax, "@");
+  Append(c == '@' ? TokenKind::kVariable : TokenKind::kWord, at, end);
+  return end;
+}
+
+std::size_t LexedText::LexString(std::size_t at, std::size_t quote) {
+  bool has_quotes = false;
+  std::size_t end = quote + 1;
+  for (;; end += 2) {
+    end = text_.find('\'', end);
+    if (end == std::string_view::npos) throw SqlError(native::kOpenQuote, Left(text_.substr(quote + 1), kShownText));
+    if (end + 1 >= text_.size() || text_[end + 1] != '\'') break;
+    has_quotes = true;
+  }
+  Append(TokenKind::kString, at, end + 1, '$');
+  literals_.push_back({text_.substr(quote + 1, end - quote - 1), true, has_quotes});
+  return end + 1;
+}
+
+std::size_t LexedText::LexQuotedName(std::size_t at, char close) {
+  std::size_t end = text_.find(close, at + 1);
+  if (end == std::string_view::npos) throw SqlError(native::kOpenQuote, Left(text_.substr(at + 1), kShownText));
+  if (end == at + 1) throw SqlError(native::kSyntax, text_.substr(at, 2));
+  Append(TokenKind::kQuoted, at, end + 1);
+  return end + 1;
+}
+
+std::size_t LexedText::LexNumber(std::size_t at) {
+  std::size_t end = at;
+  auto digits = [&] {
+    while (end < text_.size() && ClassOf(text_[end]) == kDigit) ++end;
+  };
+  digits();
+  if (end < text_.size() && text_[end] == '.') {
+    ++end;
+    digits();
+  }
+  if (end < text_.size() && (text_[end] == 'e' || text_[end] == 'E')) {
+    std::size_t exponent = end + 1;
+    if (exponent < text_.size() && (text_[exponent] == '+' || text_[exponent] == '-')) ++exponent;
+    if (exponent < text_.size() && ClassOf(text_[exponent]) == kDigit) {
+      end = exponent;
+      digits();
+    }
+  }
+  Append(TokenKind::kNumber, at, end, '#');
+  literals_.push_back({text_.substr(at, end - at), false, false});
+  return end;
+}
+
+std::size_t LexedText::LexSymbol(std::size_t at) {
+  if (ClassOf(text_[at]) != kOperator) throw SqlError(native::kSyntax, text_.substr(at, 1));
+  static constexpr std::array<std::string_view, 10> kPairs = {"<>", "<=", ">=", "!=", "!<",
+                                                              "!>", "+=", "-=", "*=", "/="};
+  std::size_t size = 1;
+  for (std::string_view pair : kPairs) {
+    if (text_.compare(at, 2, pair) == 0) size = 2;
+  }
+  Append(TokenKind::kSymbol, at, at + size);
+  return at + size;
+}
+
+void LexedText::Append(TokenKind kind, std::size_t begin, std::size_t end, char mark) {
+  tokens_.push_back({kind, static_cast<std::uint32_t>(begin), static_cast<std::uint32_t>(end - begin),
+                     static_cast<std::uint32_t>(literals_.size()), static_cast<std::uint32_t>(key_.size())});
+  if (mark != '\0') {
+    key_.push_back(mark);
+  } else {
+    key_.append(text_.substr(begin, end - begin));
+  }
+  key_.push_back(' ');
+}
+
+}  // namespace luming::localdb

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace luming::localdb {
+
+enum class TokenKind : std::uint8_t {
+  kEnd,
+  kWord,      ///< a keyword or a plain name
+  kQuoted,    ///< a name in brackets or double quotes
+  kVariable,  ///< @name or @@name
+  kString,
+  kNumber,
+  kSymbol,
+};
+
+struct Token {
+  TokenKind kind;
+  std::uint32_t begin;      ///< offset in the text
+  std::uint32_t size;       ///< bytes, quotes included
+  std::uint32_t literal;    ///< of a string or number: its place among the literals; else how many came before
+  std::uint32_t key_begin;  ///< offset in the key
+};
+
+/// A string or number of the text.
+struct Literal {
+  std::string_view text;  ///< of a string what stands between the quotes
+  bool is_string;
+  bool has_quotes;  ///< doubled quotes are in it
+
+  std::string Unquoted() const;
+};
+
+/// A text cut into tokens, and its key: the same tokens with `#` for each number and `$` for each string. Texts that
+/// differ in their literals alone have the same key. Refers to the text it was made from, which must outlive it.
+class LexedText {
+ public:
+  /// Throws SqlError 102 at a character that belongs to no token, 105 at a quote without its end. May be called again:
+  /// the buffers are kept.
+  void Lex(std::string_view text);
+
+  std::string_view text() const { return text_; }
+  const std::vector<Token>& tokens() const { return tokens_; }  ///< the last one is kEnd
+  const std::vector<Literal>& literals() const { return literals_; }
+  std::string_view key() const { return key_; }
+
+  std::string_view TextOf(const Token& token) const { return text_.substr(token.begin, token.size); }
+  /// The key of the tokens from `first` up to but not including `last`.
+  std::string_view KeyOf(std::size_t first, std::size_t last) const;
+  /// The text from token `first` to the end of the token before `last`.
+  std::string_view Slice(std::size_t first, std::size_t last) const;
+
+ private:
+  std::size_t SkipBlanksAndComments(std::size_t at) const;
+  std::size_t LexToken(std::size_t at);
+  std::size_t LexString(std::size_t at, std::size_t quote);
+  std::size_t LexQuotedName(std::size_t at, char close);
+  std::size_t LexNumber(std::size_t at);
+  std::size_t LexSymbol(std::size_t at);
+  void Append(TokenKind kind, std::size_t begin, std::size_t end, char mark = '\0');
+
+  std::string_view text_;
+  std::vector<Token> tokens_;
+  std::vector<Literal> literals_;
+  std::string key_;
+};
+
+}  // namespace luming::localdb

@@ -1,0 +1,44 @@
+#include "localdb/collation.h"
+#include "localdb/interpreter.h"
+
+namespace luming::localdb {
+
+Session::Session(StoreHandle handle, const Clock& clock, std::string database)
+    : store(std::move(handle)), executor(store.get(), functions), transaction(store.get(), frame) {
+  functions.clock = &clock;
+  functions.catalogue = &catalogue;
+  functions.database = std::move(database);
+  RegisterCollation(store.get());
+  RegisterFunctions(store.get(), functions);
+  sqlite3_rollback_hook(
+      store.get(), [](void* session) { static_cast<Session*>(session)->rolled_back = true; }, this);
+  for (const char* name : {"@@ROWCOUNT", "@@ERROR", "@@FETCH_STATUS", "@@SPID", "@@NESTLEVEL"}) {
+    frame.Declare(name, SqlType::Int()).value = std::int64_t{0};
+  }
+  frame.Declare("@@IDENTITY", SqlType::Decimal(38, 0));
+  frame.Declare("@@VERSION", SqlType::Text(300)).value = "luming";
+  frame.Declare("@@SERVERNAME", SqlType::Text(128)).value = "(localdb)";
+  catalogue.Load(store.get());
+  data_version = ReadNumber(store.get(), "PRAGMA data_version");
+}
+
+void Session::ReloadCatalogue() {
+  plans.Clear();
+  system_tables_filled = false;
+  catalogue.Load(store.get());
+}
+
+void Session::RefreshCatalogue() {
+  if (rolled_back) {
+    rolled_back = false;
+    ReloadCatalogue();
+  }
+  if (transaction.IsOpen()) return;
+  std::int64_t version = ReadNumber(store.get(), "PRAGMA data_version");
+  if (version == data_version) return;
+  data_version = version;
+  if (ReadNumber(store.get(), "SELECT catalogue_version FROM \"luming$state\"") != catalogue.version())
+    ReloadCatalogue();
+}
+
+}  // namespace luming::localdb

@@ -1,0 +1,81 @@
+#include "localdb/store_file.h"
+
+#include <filesystem>
+
+#include "localdb/errors.h"
+#include "localdb/executor.h"
+
+namespace luming::localdb {
+namespace {
+
+// "LMDB" in the file's head, and the format of the tables inside.
+constexpr std::int64_t kApplicationId = 0x4c4d4442;
+constexpr std::int64_t kFormat = 1;
+
+const char* const kNewStore[] = {
+    "PRAGMA journal_mode = WAL",
+    "BEGIN IMMEDIATE",
+    "PRAGMA application_id = 1280132162",
+    "PRAGMA user_version = 1",
+    "CREATE TABLE \"luming$objects\"(id INTEGER PRIMARY KEY AUTOINCREMENT, type TEXT NOT NULL, name TEXT NOT NULL, "
+    "parent TEXT NOT NULL, source TEXT NOT NULL)",
+    "CREATE TABLE \"luming$state\"(catalogue_version INTEGER NOT NULL)",
+    "INSERT INTO \"luming$state\" VALUES(1)",
+    "COMMIT",
+};
+
+const char* const kSettings[] = {
+    "PRAGMA synchronous = FULL",
+    "PRAGMA foreign_keys = ON",
+    "PRAGMA temp_store = MEMORY",
+    "PRAGMA cache_size = -16000",
+};
+
+std::string Shown(const std::filesystem::path& path) {
+  std::u8string text = path.u8string();
+  return std::string(text.begin(), text.end());
+}
+
+std::int64_t ReadHead(sqlite3* store, const char* pragma, const std::filesystem::path& path) {
+  sqlite3_stmt* raw = nullptr;
+  int result = sqlite3_prepare_v2(store, pragma, -1, &raw, nullptr);
+  StatementHandle statement(raw);
+  if (result == SQLITE_OK) result = sqlite3_step(raw);
+  if (result == SQLITE_ROW) return sqlite3_column_int64(raw, 0);
+  if ((result & 0xff) == SQLITE_BUSY) throw SqlError(native::kLockTimeout);
+  throw SqlError((result & 0xff) == SQLITE_NOTADB ? native::kForeign : native::kDamaged, Shown(path));
+}
+
+StoreHandle Open(const std::filesystem::path& path, int flags) {
+  sqlite3* raw = nullptr;
+  int result = sqlite3_open_v2(Shown(path).c_str(), &raw, flags | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
+  StoreHandle store(raw);
+  if (result != SQLITE_OK) throw SqlError(native::kReadOnly);
+  sqlite3_db_config(raw, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+  sqlite3_db_config(raw, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+  sqlite3_db_config(raw, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+  return store;
+}
+
+}  // namespace
+
+void CreateStoreFile(const std::filesystem::path& path) {
+  if (std::filesystem::exists(path)) throw SqlError(native::kObjectExists, Shown(path));
+  StoreHandle store = Open(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+  for (const char* statement : kNewStore) RunPlain(store.get(), statement);
+}
+
+StoreHandle OpenStoreFile(const std::filesystem::path& path, const std::string& name,
+                          std::chrono::milliseconds busy_timeout) {
+  std::error_code error;
+  if (!std::filesystem::is_regular_file(path, error)) throw SqlError(native::kNoStore, name);
+  StoreHandle store = Open(path, SQLITE_OPEN_READWRITE);
+  sqlite3_busy_timeout(store.get(), static_cast<int>(busy_timeout.count()));
+  bool ours = ReadHead(store.get(), "PRAGMA application_id", path) == kApplicationId;
+  if (!ours || ReadHead(store.get(), "PRAGMA user_version", path) != kFormat)
+    throw SqlError(native::kForeign, Shown(path));
+  for (const char* setting : kSettings) RunPlain(store.get(), setting);
+  return store;
+}
+
+}  // namespace luming::localdb

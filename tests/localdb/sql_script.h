@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/database.h"
+
+namespace luming::test {
+
+/// One step of a script of SQL and what is expected of it. tests/sql/README.md tells the format.
+struct SqlStep {
+  enum class Kind { kOk, kError, kQuery };
+  Kind kind = Kind::kOk;
+  int line = 0;
+  std::string sql;
+  std::string expected;  ///< rows of a query; number, and perhaps a part of the text, of an error
+};
+
+/// Throws std::runtime_error with the line when the script breaks the format.
+std::vector<SqlStep> ReadSqlScript(std::string_view text);
+
+/// The rows of all results, fields apart by tabs; a line "----" stands between results.
+std::string RowsText(Recordset& rows);
+
+/// Runs one step. Gives what is wrong with the outcome, nothing when it is as expected.
+std::string RunSqlStep(Connection& connection, const SqlStep& step);
+
+}  // namespace luming::test
