@@ -8,6 +8,7 @@
 #include "frame/local_files.h"
 #include "frame/mainfrm.h"
 #include "frame/startup.h"
+#include "localdb/local_connection.h"
 #include "platform/tracing_connection.h"
 
 namespace luming {
@@ -50,7 +51,7 @@ void Program::Start(const std::string& hand_off) {
   context_ = std::make_unique<AppContext>(
       desktop_, *devices_, clock_, home_,
       [this] {
-        return std::make_unique<TracingConnection>(NewConnection(home_),
+        return std::make_unique<TracingConnection>(NewConnection(home_, clock_),
                                                    [this](const TracedStatement& sent) { Record(sent); });
       },
       MainCommands());
@@ -70,15 +71,16 @@ Forms* Program::OpenForms() {
 
 Recordset Program::RunBeside(std::string_view sql) {
   if (!beside_ || !beside_->IsOpen()) {
-    beside_ = NewConnection(home_);
+    beside_ = NewConnection(home_, clock_);
     const bool connected = context_ && !context_->ConnStr.empty();
     beside_->Open(connected ? context_->ConnStr : ConnectionFile(home_).Read(1));
   }
   return beside_->Execute(sql);
 }
 
-std::unique_ptr<Connection> NewConnection(const std::filesystem::path&) {
-  return std::make_unique<RoutedConnection>(nullptr, nullptr);
+std::unique_ptr<Connection> NewConnection(const std::filesystem::path& home, const Clock& clock) {
+  const auto embedded = [home, &clock] { return std::make_unique<LocalConnection>(home.string(), clock); };
+  return std::make_unique<RoutedConnection>(embedded, nullptr);
 }
 
 void Program::Record(const TracedStatement& statement) {

@@ -69,7 +69,8 @@ class Program : public ScriptHost {
 };
 
 /// A connection that becomes the embedded store of the application directory or the server, by what it is opened with.
-std::unique_ptr<Connection> NewConnection(const std::filesystem::path& home);
+/// @param clock what the embedded store takes for now; outlives the connection
+std::unique_ptr<Connection> NewConnection(const std::filesystem::path& home, const Clock& clock);
 
 /// The application directory when none is named on the command line: that of the running program.
 std::filesystem::path ProgramDirectory();

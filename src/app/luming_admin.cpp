@@ -88,7 +88,7 @@ int Create(const std::vector<std::string>& arguments) {
   if (request.data.empty()) request.data = FindDatabaseFiles(ProgramDirectory());
   DemandFreePlace(request.directory);
   if (!request.demo && !request.password) request.password = AskPassword();
-  CreateStore(request, SystemClock().Now());
+  MakeApplicationDirectory(request, SystemClock());
   std::cout << "已建立：" << request.directory.string() << "\n";
   return kDone;
 }

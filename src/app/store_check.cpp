@@ -5,7 +5,7 @@
 
 #include "app/composition.h"
 #include "frame/local_files.h"
-#include "util/date_text.h"
+#include "util/clock.h"
 #include "util/number_text.h"
 #include "util/text.h"
 
@@ -104,7 +104,8 @@ std::string CheckStore(const std::filesystem::path& home, bool& agree) {
   if (!std::filesystem::exists(directory / "DatabaseSet.data")) {
     throw Failure(failure::kFileNotFound, "不是应用程序目录，没有连接文件：" + directory.string());
   }
-  const std::unique_ptr<Connection> connection = NewConnection(directory);
+  const SystemClock clock;
+  const std::unique_ptr<Connection> connection = NewConnection(directory, clock);
   connection->Open(ConnectionFile(directory).Read(1));
   const std::vector<Disagreement> found = FindDisagreements(*connection);
   connection->Close();

@@ -6,11 +6,11 @@
 #include <memory>
 #include <vector>
 
-#include "app/composition.h"
 #include "app/connection_router.h"
 #include "app/opening_stock.h"
 #include "app/table_file.h"
 #include "frame/local_files.h"
+#include "localdb/local_connection.h"
 #include "util/ansi_text.h"
 #include "util/failure.h"
 #include "util/text.h"
@@ -85,10 +85,6 @@ void WriteSettings(const fs::path& home) {
                                         "[报警]\r\n药品失效预警=0\r\n"));
 }
 
-void RunScript(Connection& connection, const fs::path& file) {
-  for (const std::string& batch : ReadBatches(file)) connection.Execute(batch);
-}
-
 void LoadTable(Connection& connection, const TableFile& table, const DateTime& now) {
   const std::string head = "Insert Into " + table.table + "(" + Join(table.columns, ",") + ") Values(";
   for (std::size_t i = 0; i < table.rows.size(); ++i) {
@@ -115,22 +111,32 @@ void SetPassword(Connection& connection, const std::string& password) {
   connection.Execute("Update userdb Set password='" + password + "' Where username='管理员'");
 }
 
-void Fill(const fs::path& home, const StoreRequest& request, const DateTime& now) {
+/// The store as schema, procedures and data files describe it, but for the opening stock.
+std::shared_ptr<Connection> MakeStore(const fs::path& home, const StoreRequest& request,
+                                      const std::vector<TableFile>& demo, const Clock& clock) {
+  const std::string schema = ReadTextFile(request.data / "schema.sql");
+  const std::string procedures = ReadTextFile(request.data / "procedures.sql");
   const std::vector<TableFile> seed = ReadTables(request.data / "seed");
+  CreateStore(home.string(), kCatalogue);
+  auto store = std::make_shared<LocalConnection>(home.string(), clock);
+  store->Open(ConnectionString());
+  store->RunScript(schema);
+  store->RunScript(procedures);
+  Load(*store, seed, clock.Now());
+  Load(*store, demo, clock.Now());
+  if (request.password) SetPassword(*store, *request.password);
+  return store;
+}
+
+void Fill(const fs::path& home, const StoreRequest& request, const Clock& clock) {
   const std::vector<TableFile> demo = request.demo ? ReadTables(request.data / "demo") : std::vector<TableFile>();
   WriteConnectionFile(home);
   WriteSettings(home);
-  const std::shared_ptr<Connection> connection = NewConnection(home);
-  connection->Open(ConnectionString());
-  RunScript(*connection, request.data / "schema.sql");
-  RunScript(*connection, request.data / "procedures.sql");
-  Load(*connection, seed, now);
-  Load(*connection, demo, now);
-  if (request.password) SetPassword(*connection, *request.password);
+  const std::shared_ptr<Connection> store = MakeStore(home, request, demo, clock);
   for (const TableFile& table : demo) {
-    if (table.table == kReceipts) EnterOpeningReceipts(home, connection, table, now);
+    if (table.table == kReceipts) EnterOpeningReceipts(home, store, table, clock.Now());
   }
-  connection->Close();
+  store->Close();
 }
 
 }  // namespace
@@ -153,14 +159,14 @@ void DemandUsablePassword(const std::string& password) {
   }
 }
 
-void CreateStore(const StoreRequest& request, const DateTime& now) {
+void MakeApplicationDirectory(const StoreRequest& request, const Clock& clock) {
   const fs::path target = fs::absolute(request.directory).lexically_normal();
   const fs::path directory = target.has_filename() ? target : target.parent_path();
   try {
     DemandFreePlace(directory);
     if (request.password) DemandUsablePassword(*request.password);
     Staging staging(directory);
-    Fill(staging.Path(), request, now);
+    Fill(staging.Path(), request, clock);
     staging.TakePlace();
   } catch (const fs::filesystem_error& error) {
     throw Failure(failure::kFileAccess, std::string("无法写入目录：") + error.what());

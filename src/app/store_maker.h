@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "util/date_time.h"
+#include "util/clock.h"
 
 namespace luming {
 
@@ -18,7 +18,7 @@ struct StoreRequest {
 
 /// Makes an application directory ready to start: the embedded store with its seed, the connection file and the
 /// settings file. Failure tells what is missing or damaged; nothing half-made stays behind.
-void CreateStore(const StoreRequest& request, const DateTime& now);
+void MakeApplicationDirectory(const StoreRequest& request, const Clock& clock);
 
 /// Failure when a store cannot be made there because something is there already.
 void DemandFreePlace(const std::filesystem::path& directory);

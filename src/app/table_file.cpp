@@ -12,13 +12,6 @@ namespace luming {
 
 namespace {
 
-std::string ReadText(const std::filesystem::path& file) {
-  std::optional<std::string> bytes = ReadWholeFile(file);
-  if (!bytes) throw Failure(failure::kFileNotFound, "缺少数据库文件：" + file.string());
-  if (!IsValidUtf8(*bytes)) throw Failure(failure::kFileAccess, "文件不是 UTF-8 编码：" + file.string());
-  return Replace(*bytes, "\r\n", "\n");
-}
-
 Failure Damaged(const std::filesystem::path& file, std::size_t line, const std::string& what) {
   return {failure::kFileAccess, "数据文件 " + file.string() + " 第 " + std::to_string(line) + " 行" + what};
 }
@@ -40,8 +33,15 @@ std::optional<int> DaysFromToday(const std::string& field) {
 
 }  // namespace
 
+std::string ReadTextFile(const std::filesystem::path& file) {
+  std::optional<std::string> bytes = ReadWholeFile(file);
+  if (!bytes) throw Failure(failure::kFileNotFound, "缺少数据库文件：" + file.string());
+  if (!IsValidUtf8(*bytes)) throw Failure(failure::kFileAccess, "文件不是 UTF-8 编码：" + file.string());
+  return Replace(*bytes, "\r\n", "\n");
+}
+
 TableFile ReadTableFile(const std::filesystem::path& file) {
-  std::vector<std::string> lines = Split(ReadText(file), "\n");
+  std::vector<std::string> lines = Split(ReadTextFile(file), "\n");
   if (!lines.empty() && lines.back().empty()) lines.pop_back();
   if (lines.empty()) throw Damaged(file, 1, "没有列名。");
   TableFile table{file.stem().string(), Split(lines[0], "\t"), {}};
@@ -67,19 +67,6 @@ std::string SqlOfField(const std::string& field, const DateTime& today) {
     return "'" + FormatDate(today.AddDays(*days), "yyyy-mm-dd") + "'";
   }
   return "'" + Replace(field, "'", "''") + "'";
-}
-
-std::vector<std::string> ReadBatches(const std::filesystem::path& file) {
-  std::vector<std::string> batches(1);
-  for (const std::string& line : Split(ReadText(file), "\n")) {
-    if (EqualsIgnoreCase(Trim(line), "GO")) {
-      batches.emplace_back();
-    } else {
-      batches.back().append(line).append("\n");
-    }
-  }
-  std::erase_if(batches, [](const std::string& batch) { return Trim(Replace(batch, "\n", "")).empty(); });
-  return batches;
 }
 
 }  // namespace luming

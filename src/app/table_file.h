@@ -22,7 +22,7 @@ TableFile ReadTableFile(const std::filesystem::path& file);
 /// A field as a statement takes it: "\N" is NULL, "@-3" the day three days ago, any other text is quoted.
 std::string SqlOfField(const std::string& field, const DateTime& today);
 
-/// The batches of a script, which end with a line "GO". Failure when the file cannot be read.
-std::vector<std::string> ReadBatches(const std::filesystem::path& file);
+/// A whole text file with its line ends as line feeds. Failure when it is missing or no UTF-8.
+std::string ReadTextFile(const std::filesystem::path& file);
 
 }  // namespace luming
