@@ -16,6 +16,7 @@ inline constexpr int kQuestion = 32;
 inline constexpr int kWarning = 48;
 inline constexpr int kInformation = 64;
 inline constexpr int kOkCancel = 1;
+inline constexpr int kYesNoCancel = 3;
 inline constexpr int kYesNo = 4;
 inline constexpr int kSecondIsDefault = 256;
 }  // namespace box

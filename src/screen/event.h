@@ -35,7 +35,8 @@ struct KeyEvent {
   bool shift = false;
   bool ctrl = false;
   bool alt = false;
-  bool handled = false;  ///< set by a handler to stop what would follow
+  bool widget_edits = false;  ///< a drawn editor edits its text with this key: the control's own editing must not
+  bool handled = false;       ///< set by a handler to stop what would follow
 };
 
 }  // namespace luming

@@ -141,7 +141,7 @@ bool Form::UserKey(KeyEvent event) {
   if (unloaded_ || focus_moves_ != moves) return true;
 
   bool default_took_it = false;
-  if (!event.handled && target && target->CanFocus()) {
+  if (!event.handled && !event.widget_edits && target && target->CanFocus()) {
     target->DefaultKey(event);
     default_took_it = event.handled;
   }
