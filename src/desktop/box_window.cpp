@@ -1,0 +1,137 @@
+#include "desktop/box_window.h"
+
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "desktop/glyphs.h"
+#include "desktop/metrics.h"
+#include "desktop/qt_text.h"
+
+namespace luming {
+namespace {
+
+constexpr int kIconSize = 36;
+
+std::vector<Answer> AnswersOf(int style) {
+  switch (style & 0x0F) {
+    case box::kOkCancel:
+      return {Answer::kOk, Answer::kCancel};
+    case box::kYesNoCancel:
+      return {Answer::kYes, Answer::kNo, Answer::kCancel};
+    case box::kYesNo:
+      return {Answer::kYes, Answer::kNo};
+    default:
+      return {Answer::kOk};
+  }
+}
+
+QString CaptionOf(Answer answer) {
+  switch (answer) {
+    case Answer::kYes:
+      return "是(&Y)";
+    case Answer::kNo:
+      return "否(&N)";
+    case Answer::kCancel:
+      return "取消";
+    case Answer::kOk:
+      break;
+  }
+  return "确定";
+}
+
+}  // namespace
+
+BoxWindow::BoxWindow(const Box& box, QWidget* parent)
+    : QWidget(parent, Qt::Dialog | Qt::WindowTitleHint | Qt::WindowCloseButtonHint | Qt::CustomizeWindowHint),
+      box_(box),
+      offered_(AnswersOf(box.style)) {
+  setObjectName("box");
+  setWindowTitle(ToQt(box.title));
+  setWindowModality(Qt::ApplicationModal);
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+  column->setSizeConstraint(QLayout::SetFixedSize);
+
+  auto* message = new QHBoxLayout;
+  message->setContentsMargins(20, 20, 28, 20);
+  message->setSpacing(16);
+  if (const QIcon icon = glyphs::ForBoxStyle(box.style); !icon.isNull()) {
+    auto* mark = new QLabel(this);
+    mark->setPixmap(icon.pixmap(QSize(kIconSize, kIconSize), devicePixelRatio()));
+    message->addWidget(mark, 0, Qt::AlignTop);
+  }
+  auto* text = new QLabel(ToQt(box.text).remove('\r'), this);
+  text->setTextFormat(Qt::PlainText);
+  text->setMinimumWidth(metrics::CharactersWidth(*this, 32));
+  text->setMaximumWidth(metrics::CharactersWidth(*this, 90));
+  text->setWordWrap(text->sizeHint().width() > text->maximumWidth());
+  message->addWidget(text, 1);
+  column->addLayout(message);
+
+  auto* foot = new QWidget(this);
+  foot->setObjectName("boxFoot");
+  foot->setAttribute(Qt::WA_StyledBackground);
+  auto* buttons = new QHBoxLayout(foot);
+  buttons->setContentsMargins(16, 10, 16, 10);
+  buttons->addStretch(1);
+  AddButtons(*buttons);
+  column->addWidget(foot);
+}
+
+void BoxWindow::AddButtons(QHBoxLayout& foot) {
+  const std::size_t standard = (box_.style & box::kSecondIsDefault) != 0 ? 1 : 0;
+  for (std::size_t at = 0; at < offered_.size(); ++at) {
+    auto* button = new QPushButton(CaptionOf(offered_[at]), foot.parentWidget());
+    button->setMinimumWidth(88);
+    if (at == std::min(standard, offered_.size() - 1)) {
+      button->setProperty("role", "default");
+      button->setFocus();
+    }
+    connect(button, &QPushButton::clicked, this, [this, answer = offered_[at]] { Reply(answer); });
+    foot.addWidget(button);
+  }
+}
+
+bool BoxWindow::Offers(Answer answer) const {
+  return std::ranges::find(offered_, answer) != offered_.end();
+}
+
+void BoxWindow::Reply(Answer answer) {
+  if (!Offers(answer)) return;
+  given_ = answer;
+  loop_.exit();
+}
+
+bool BoxWindow::ReplyByLetter(int key) {
+  const Answer answer = key == Qt::Key_Y ? Answer::kYes : Answer::kNo;
+  if ((key != Qt::Key_Y && key != Qt::Key_N) || !Offers(answer)) return false;
+  Reply(answer);
+  return true;
+}
+
+void BoxWindow::Escape() {
+  if (Offers(Answer::kCancel)) return Reply(Answer::kCancel);
+  if (offered_.size() == 1) Reply(offered_.front());
+}
+
+void BoxWindow::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape) return Escape();
+  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    if (auto* button = dynamic_cast<QPushButton*>(focusWidget())) button->click();
+    return;
+  }
+  if (!ReplyByLetter(event->key())) QWidget::keyPressEvent(event);
+}
+
+void BoxWindow::closeEvent(QCloseEvent* event) {
+  event->ignore();
+  Escape();
+}
+
+}  // namespace luming

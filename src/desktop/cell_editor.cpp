@@ -1,0 +1,115 @@
+#include "desktop/cell_editor.h"
+
+#include <QAbstractItemView>
+#include <QComboBox>
+#include <QKeyEvent>
+#include <QLineEdit>
+
+#include "desktop/qt_text.h"
+
+namespace luming {
+
+CellEditor::CellEditor(QObject* owner, std::function<void(GridPane::Place, const QString&)> commit)
+    : QObject(owner), commit_(std::move(commit)) {}
+
+void CellEditor::Open(GridPane& pane, GridPane::Place place, const QString& typed) {
+  Remove();
+  pane_ = &pane;
+  place_ = place;
+  const Grid& grid = *pane.grid();
+  const QModelIndex index = pane.model()->index(place.row - 1, place.col - 1);
+  pane.scrollTo(index);
+  if (grid.Kind(place.row, place.col) == CellKind::kCombo) {
+    OpenList(grid.ComboItems(place.row, place.col), ToQt(grid.Text(place.row, place.col)));
+  } else {
+    OpenLine(typed.isEmpty() ? ToQt(grid.Text(place.row, place.col)) : typed, !typed.isEmpty());
+  }
+  field_->setObjectName("cellEditor");
+  field_->setGeometry(pane.visualRect(index));
+  field_->installEventFilter(this);
+  field_->show();
+  field_->setFocus(Qt::OtherFocusReason);
+  if (list_) list_->showPopup();
+}
+
+void CellEditor::OpenLine(const QString& text, bool typed) {
+  line_ = new QLineEdit(text, pane_->viewport());
+  if (!typed) line_->selectAll();
+  if (pane_->grid()->Kind(place_.row, place_.col) == CellKind::kNumber) {
+    line_->setAttribute(Qt::WA_InputMethodEnabled, false);
+    line_->setAlignment(Qt::AlignRight);
+  }
+  field_ = line_;
+}
+
+void CellEditor::OpenList(const std::vector<std::string>& items, const QString& text) {
+  list_ = new QComboBox(pane_->viewport());
+  for (const std::string& item : items) list_->addItem(ToQt(item));
+  list_->setCurrentIndex(list_->findText(text));
+  connect(list_, &QComboBox::activated, this, [this] { Commit(); });
+  field_ = list_;
+}
+
+QString CellEditor::Text() const {
+  return line_ ? line_->text() : list_->currentText();
+}
+
+void CellEditor::Remove() {
+  if (!field_) return;
+  QWidget* gone = field_;
+  const bool had_focus = gone->hasFocus();
+  field_ = nullptr;
+  line_ = nullptr;
+  list_ = nullptr;
+  gone->removeEventFilter(this);
+  gone->hide();
+  gone->deleteLater();
+  if (had_focus) pane_->setFocus(Qt::OtherFocusReason);
+}
+
+void CellEditor::Commit() {
+  if (!field_) return;
+  const QString text = Text();
+  const bool chosen = line_ || list_->currentIndex() >= 0;
+  Remove();
+  if (chosen) commit_(place_, text);
+}
+
+void CellEditor::Cancel() {
+  Remove();
+}
+
+bool CellEditor::eventFilter(QObject* watched, QEvent* event) {
+  if (watched != field_) return false;
+  if (event->type() == QEvent::KeyPress) return KeyPressed(*static_cast<QKeyEvent*>(event));
+  if (event->type() == QEvent::FocusOut) {
+    const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
+    if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason) Commit();
+  }
+  return false;
+}
+
+bool CellEditor::KeyPressed(const QKeyEvent& event) {
+  switch (event.key()) {
+    case Qt::Key_Escape:
+      Cancel();
+      return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      Commit();
+      return true;
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+      if (list_) return false;
+      [[fallthrough]];
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab:
+      Commit();
+      on_key(event);
+      return true;
+    default:
+      return false;
+  }
+}
+
+}  // namespace luming

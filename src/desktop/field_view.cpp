@@ -1,0 +1,95 @@
+#include "desktop/field_view.h"
+
+#include <QPalette>
+
+#include "desktop/form_widget.h"
+#include "desktop/qt_text.h"
+#include "screen/grid.h"
+
+namespace luming {
+
+bool FieldView::KeyAfterModel(const QKeyEvent& event) {
+  switch (event.key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Space:
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab:
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+      return true;  // the walk through the form is the model's
+    default:
+      return false;
+  }
+}
+
+void FieldView::SetCaptionLabel(QLabel* label) {
+  caption_ = label;
+  RefreshCaption();
+}
+
+void FieldView::RefreshCaption() {
+  if (!caption_) return;
+  caption_->setText(ToQt(control_->Caption()));
+  caption_->setBuddy(Widget());
+  caption_->setVisible(control_->Visible());
+  caption_->setEnabled(control_->Enabled());
+}
+
+void FieldView::RefreshCommon() {
+  QWidget* widget = Widget();
+  if (widget->isEnabled() != control_->Enabled()) widget->setEnabled(control_->Enabled());
+  if (widget->isVisibleTo(widget->parentWidget()) != control_->Visible()) widget->setVisible(control_->Visible());
+  ApplyColours(widget);
+  RefreshCaption();
+}
+
+void FieldView::ApplyColours(QWidget* widget) const {
+  const Colour text = control_->TextColour();
+  const Colour back = control_->BackColour();
+  if (text == Control::kNoColour && back == Control::kNoColour && !widget->testAttribute(Qt::WA_SetPalette)) return;
+  QPalette palette;
+  if (text != Control::kNoColour) {
+    palette.setColor(QPalette::Text, QColor::fromRgb(text));
+    palette.setColor(QPalette::WindowText, QColor::fromRgb(text));
+    palette.setColor(QPalette::ButtonText, QColor::fromRgb(text));
+  }
+  if (back != Control::kNoColour) {
+    palette.setColor(QPalette::Base, QColor::fromRgb(back));
+    palette.setColor(QPalette::Window, QColor::fromRgb(back));
+    widget->setAutoFillBackground(true);
+  }
+  widget->setPalette(palette);
+}
+
+std::unique_ptr<FieldView> MakeFieldView(FormWidget& host, Control& control) {
+  switch (control.Kind()) {
+    case ControlKind::kLabel:
+      return MakeLabelView(host, static_cast<Label&>(control));
+    case ControlKind::kTextBox:
+      return MakeTextView(host, static_cast<TextBox&>(control));
+    case ControlKind::kComboBox:
+      return MakeComboView(host, static_cast<ComboBox&>(control));
+    case ControlKind::kCheckBox:
+      return MakeCheckView(host, static_cast<CheckBox&>(control));
+    case ControlKind::kOptionButton:
+      return MakeOptionView(host, static_cast<OptionButton&>(control));
+    case ControlKind::kDateBox:
+      return MakeDateView(host, static_cast<DateBox&>(control));
+    case ControlKind::kButton:
+      return MakeButtonView(host, static_cast<Button&>(control));
+    case ControlKind::kGrid:
+      return MakeGridView(host, static_cast<Grid&>(control));
+    case ControlKind::kTree:
+      return MakeTreeView(host, static_cast<Tree&>(control));
+    case ControlKind::kToolBar:
+      return MakeToolBarView(host, static_cast<ToolBar&>(control));
+    case ControlKind::kPicture:
+      return MakePictureView(host, static_cast<Picture&>(control));
+  }
+  return nullptr;
+}
+
+}  // namespace luming

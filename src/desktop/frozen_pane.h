@@ -1,0 +1,22 @@
+#pragma once
+
+#include "desktop/grid_pane.h"
+
+namespace luming {
+
+/// The columns of a grid that stay in view while the rest scrolls: a second table laid over the first one's left edge.
+class FrozenPane {
+ public:
+  /// Both outlive it; the pane belongs to `main`.
+  FrozenPane(GridTable& table, GridPane& main);
+
+  GridPane& pane() { return *pane_; }
+  /// Takes over columns, widths and place from the main table; hidden while nothing is frozen.
+  void Follow(const Grid& grid);
+
+ private:
+  GridPane& main_;
+  GridPane* pane_;
+};
+
+}  // namespace luming

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QIcon>
+#include <QPixmap>
+#include <string>
+
+namespace luming::glyphs {
+
+/// Icon of a command of the main window; a null icon when it has none.
+QIcon ForCommand(int command);
+
+/// Icon of a screen's tool bar button, by what its caption says; a null icon when none fits.
+QIcon ForCaption(const std::string& caption);
+
+/// The mark of a message box's style (16 stop, 32 question, 48 warning, 64 information); a null icon for none.
+QIcon ForBoxStyle(int style);
+
+/// The program's own mark.
+QIcon OfProgram();
+
+}  // namespace luming::glyphs

@@ -1,0 +1,79 @@
+#include "desktop/grid_columns.h"
+
+#include <QHeaderView>
+#include <QTableView>
+#include <algorithm>
+
+#include "desktop/grid_table.h"
+#include "desktop/metrics.h"
+#include "desktop/qt_text.h"
+
+namespace luming {
+namespace {
+
+constexpr int kSampleRows = 100;
+constexpr int kWidestCharacters = 36;
+constexpr int kNarrowestCharacters = 4;
+
+}  // namespace
+
+void GridColumns::Restart(int columns) {
+  columns_.assign(static_cast<std::size_t>(columns) + 1, {});
+}
+
+int GridColumns::WidthOf(const Grid& grid, int col) const {
+  const QFontMetrics text(view_.font());
+  QFont header_font = view_.font();
+  header_font.setBold(true);
+  const int padding = 2 * metrics::kFrame;
+  const int caption = QFontMetrics(header_font).horizontalAdvance(ToQt(grid.Text(0, col))) + padding;
+  const int character = text.averageCharWidth();
+  if (const int said = grid.ColumnWidth(col); said > 0) return std::max(said * character + padding, caption);
+  int width = std::max(caption, kNarrowestCharacters * character + padding);
+  const int rows = std::min(grid.MaxRows(), kSampleRows);
+  for (int row = 1; row <= rows; ++row) {
+    if (grid.Span(row, col) != std::pair{1, 1}) continue;
+    width = std::max(width, text.horizontalAdvance(CellText(grid, row, col)) + padding);
+  }
+  return std::min(width, std::max(caption, kWidestCharacters * character));
+}
+
+void GridColumns::Measure(const Grid& grid) {
+  for (int col = 1; col < static_cast<int>(columns_.size()); ++col) {
+    Column& column = columns_[static_cast<std::size_t>(col)];
+    if (column.dragged || grid.ColumnHidden(col)) continue;
+    column.needed = std::max(column.needed, WidthOf(grid, col));
+    const bool text = grid.MaxRows() == 0 || grid.CellAlign(1, col) == Align::kLeft;
+    column.grows = grid.ColumnWidth(col) == 0 && text;
+  }
+}
+
+void GridColumns::Apply(const Grid& grid) {
+  applying_ = true;
+  int used = 0;
+  int growing = 0;
+  for (int col = 1; col < static_cast<int>(columns_.size()); ++col) {
+    const Column& column = columns_[static_cast<std::size_t>(col)];
+    view_.setColumnHidden(col - 1, grid.ColumnHidden(col));
+    if (grid.ColumnHidden(col)) continue;
+    used += column.needed;
+    if (column.grows) growing += column.needed;
+  }
+  const int room = std::max(0, view_.viewport()->width() - used);
+  for (int col = 1; col < static_cast<int>(columns_.size()); ++col) {
+    const Column& column = columns_[static_cast<std::size_t>(col)];
+    if (grid.ColumnHidden(col)) continue;
+    const int extra = column.grows && growing > 0 ? room * column.needed / growing : 0;
+    view_.setColumnWidth(col - 1, column.needed + extra);
+  }
+  applying_ = false;
+}
+
+void GridColumns::Dragged(int col, int width) {
+  Column& column = columns_.at(static_cast<std::size_t>(col));
+  column.needed = width;
+  column.dragged = true;
+  column.grows = false;
+}
+
+}  // namespace luming

@@ -1,0 +1,183 @@
+#include "desktop/grid_pane.h"
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QStyledItemDelegate>
+
+#include "desktop/metrics.h"
+#include "desktop/themes.h"
+
+namespace luming {
+namespace {
+
+/// Paints one cell straight from the grid.
+class CellPainter final : public QStyledItemDelegate {
+ public:
+  explicit CellPainter(GridPane& pane) : QStyledItemDelegate(&pane), pane_(pane) {}
+
+  void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    const Grid* grid = pane_.grid();
+    if (!grid) return;
+    const int row = index.row() + 1;
+    const int col = index.column() + 1;
+    const Look look = LookOf(*grid, row, col);
+    painter->save();
+    painter->fillRect(option.rect, look.back);
+    if (grid->Kind(row, col) == CellKind::kCheck) {
+      DrawCheck(*painter, option, index.data().toString() == "1");
+    } else {
+      DrawText(*painter, option, look, index.data().toString(), grid->CellAlign(row, col));
+    }
+    if (look.marked) DrawMark(*painter, option.rect);
+    painter->restore();
+  }
+
+ private:
+  struct Look {
+    QColor text;
+    QColor back;
+    bool bold = false;
+    bool marked = false;
+  };
+
+  Look LookOf(const Grid& grid, int row, int col) const {
+    const Theme& theme = CurrentTheme();
+    const bool active_row = row == grid.ActiveRow();
+    Look look{theme.text, row % 2 == 0 ? theme.stripe : theme.base, grid.Bold(row, col), false};
+    if (grid.GridBack() != Control::kNoColour && row % 2 == 1) look.back = QColor::fromRgb(grid.GridBack());
+    if (look.bold) look.back = theme.total;
+    if (const Colour back = grid.CellBackColour(row, col); back != Control::kNoColour)
+      look.back = QColor::fromRgb(back);
+    if (const Colour text = grid.CellTextColour(row, col); text != Control::kNoColour)
+      look.text = QColor::fromRgb(text);
+    if (active_row && grid.RowMode()) {
+      look.back = pane_.HasKeyboard() ? theme.accent : theme.accent_pale;
+      if (pane_.HasKeyboard()) look.text = theme.accent_text;
+    } else if (active_row && pane_.HasKeyboard()) {
+      look.back = theme.accent_faint;
+      look.marked = col == grid.ActiveCol();
+    } else if (active_row) {
+      look.back = theme.accent_faint;
+    }
+    if (!pane_.isEnabled()) look.text = theme.muted;
+    return look;
+  }
+
+  static void DrawText(QPainter& painter, const QStyleOptionViewItem& option, const Look& look, const QString& text,
+                       Align align) {
+    if (text.isEmpty()) return;
+    QFont font = option.font;
+    font.setBold(look.bold);
+    painter.setFont(font);
+    painter.setPen(look.text);
+    const QRect room = option.rect.adjusted(kPadding, 0, -kPadding, 0);
+    const Qt::Alignment side = align == Align::kRight    ? Qt::AlignRight
+                               : align == Align::kCentre ? Qt::AlignHCenter
+                                                         : Qt::AlignLeft;
+    painter.drawText(room, static_cast<int>(side | Qt::AlignVCenter) | Qt::TextSingleLine,
+                     QFontMetrics(font).elidedText(text, Qt::ElideRight, room.width()));
+  }
+
+  void DrawCheck(QPainter& painter, const QStyleOptionViewItem& option, bool checked) const {
+    QStyleOptionButton box;
+    const QStyle* style = pane_.style();
+    const QSize size(style->pixelMetric(QStyle::PM_IndicatorWidth), style->pixelMetric(QStyle::PM_IndicatorHeight));
+    box.rect = QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size, option.rect);
+    box.state = (checked ? QStyle::State_On : QStyle::State_Off) | QStyle::State_Enabled;
+    style->drawPrimitive(QStyle::PE_IndicatorCheckBox, &box, &painter, &pane_);
+  }
+
+  static void DrawMark(QPainter& painter, const QRect& cell) {
+    painter.setPen(QPen(CurrentTheme().accent, 2));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(cell.adjusted(1, 1, -1, -1));
+  }
+
+  static constexpr int kPadding = 5;
+  GridPane& pane_;
+};
+
+}  // namespace
+
+GridPane::GridPane(GridTable& table, QWidget* parent) : QTableView(parent), table_(table) {
+  setModel(&table);
+  setItemDelegate(new CellPainter(*this));
+  setSelectionMode(NoSelection);
+  setEditTriggers(NoEditTriggers);
+  setTabKeyNavigation(false);
+  setWordWrap(false);
+  setCornerButtonEnabled(false);
+  setVerticalScrollMode(ScrollPerItem);
+  setHorizontalScrollMode(ScrollPerPixel);
+  QHeaderView* rows = verticalHeader();
+  rows->setSectionResizeMode(QHeaderView::Fixed);
+  rows->setMinimumSectionSize(metrics::kRowHeight);
+  rows->setDefaultSectionSize(std::max(metrics::kRowHeight, fontMetrics().lineSpacing() + 6));
+  rows->setSectionsClickable(false);
+  rows->setHighlightSections(false);
+  QHeaderView* columns = horizontalHeader();
+  columns->setHighlightSections(false);
+  columns->setSectionsClickable(true);
+  columns->setMinimumSectionSize(24);
+  columns->setTextElideMode(Qt::ElideRight);
+}
+
+bool GridPane::HasKeyboard() const {
+  const QWidget* focus = QApplication::focusWidget();
+  const auto* outer = dynamic_cast<const GridPane*>(parentWidget());
+  return focus && (focus == this || isAncestorOf(focus) || (outer && outer->HasKeyboard()));
+}
+
+QSize GridPane::sizeHint() const {
+  return {metrics::CharactersWidth(*this, 60), verticalHeader()->defaultSectionSize() * 9};
+}
+
+QSize GridPane::minimumSizeHint() const {
+  return {metrics::CharactersWidth(*this, 20), verticalHeader()->defaultSectionSize() * 4};
+}
+
+GridPane::Place GridPane::PlaceAt(const QMouseEvent& event) const {
+  const QModelIndex index = indexAt(event.position().toPoint());
+  return index.isValid() ? Place{index.row() + 1, index.column() + 1} : Place{};
+}
+
+void GridPane::mousePressEvent(QMouseEvent* event) {
+  const Place place = PlaceAt(*event);
+  pressed_ = place;
+  if (place.row == 0) return;
+  if (event->button() == Qt::RightButton) return on_right_press(place);
+  if (event->button() == Qt::LeftButton) on_press(place);
+}
+
+void GridPane::mouseReleaseEvent(QMouseEvent* event) {
+  const Place place = PlaceAt(*event);
+  const bool same = place.row > 0 && place.row == pressed_.row && place.col == pressed_.col;
+  pressed_ = {};
+  if (same && event->button() == Qt::LeftButton) on_click(place);
+}
+
+void GridPane::mouseDoubleClickEvent(QMouseEvent* event) {
+  const Place place = PlaceAt(*event);
+  if (place.row > 0 && event->button() == Qt::LeftButton) on_double_click(place);
+}
+
+void GridPane::resizeEvent(QResizeEvent* event) {
+  QTableView::resizeEvent(event);
+  if (on_resize) on_resize();
+}
+
+void GridPane::focusInEvent(QFocusEvent* event) {
+  QTableView::focusInEvent(event);
+  viewport()->update();
+}
+
+void GridPane::focusOutEvent(QFocusEvent* event) {
+  QTableView::focusOutEvent(event);
+  viewport()->update();
+}
+
+}  // namespace luming

@@ -1,0 +1,66 @@
+#include "desktop/model_guard.h"
+
+#include <cstdio>
+
+namespace luming {
+
+void ModelGuard::Trap(const std::function<void()>& entry) noexcept {
+  try {
+    entry();
+  } catch (const ProcessEnded&) {
+    EndProcess();
+  } catch (const Failure& failure) {
+    if (!on_failure_) {
+      std::fprintf(stderr, "%ld %s (%s)\n", failure.number(), failure.description().c_str(), failure.source().c_str());
+      return;
+    }
+    try {
+      on_failure_(failure);
+    } catch (const ProcessEnded&) {
+      EndProcess();
+    } catch (const Failure& second) {
+      std::fprintf(stderr, "%ld %s (%s)\n", second.number(), second.description().c_str(), second.source().c_str());
+    }
+  }
+}
+
+void ModelGuard::Enter(const std::function<void()>& entry) noexcept {
+  if (ended_) return;
+  ++depth_;
+  Trap(entry);
+  if (--depth_ > 0) return;
+  for (QObject* window : buried_) window->deleteLater();
+  buried_.clear();
+}
+
+void ModelGuard::RunLoop(QEventLoop& loop) {
+  if (ended_) return;
+  loops_.push_back(&loop);
+  loop.exec();
+  loops_.pop_back();
+}
+
+void ModelGuard::Wait(QEventLoop& loop) {
+  RunLoop(loop);
+  if (ended_) throw ProcessEnded{};
+}
+
+void ModelGuard::Run() {
+  QEventLoop loop;
+  RunLoop(loop);
+}
+
+void ModelGuard::EndProcess() {
+  ended_ = true;
+  for (QEventLoop* loop : loops_) loop->exit();
+}
+
+void ModelGuard::Bury(QObject* window) {
+  if (depth_ > 0) {
+    buried_.push_back(window);
+  } else {
+    window->deleteLater();
+  }
+}
+
+}  // namespace luming

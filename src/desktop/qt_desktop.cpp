@@ -1,0 +1,269 @@
+#include "desktop/qt_desktop.h"
+
+#include <QApplication>
+#include <QCursor>
+#include <QFile>
+#include <QFileDialog>
+#include <QMenu>
+#include <QScreen>
+#include <algorithm>
+
+#include "desktop/box_window.h"
+#include "desktop/file_filter.h"
+#include "desktop/form_widget.h"
+#include "desktop/glyphs.h"
+#include "desktop/main_window.h"
+#include "desktop/picture_of_desktop.h"
+#include "desktop/qt_text.h"
+#include "desktop/themes.h"
+#include "screen/main_frame.h"
+#include "util/text.h"
+
+namespace luming {
+namespace {
+
+void CentreOver(QWidget& window, const QWidget* below) {
+  const QRect room = window.screen()->availableGeometry();
+  QRect place({}, window.size());
+  place.moveCenter(below ? below->geometry().center() : room.center());
+  if (place.bottom() > room.bottom()) place.moveBottom(room.bottom());
+  place.moveTop(std::max(place.top(), room.top()));
+  window.move(place.topLeft());
+}
+
+void FillMenu(QMenu& menu, const std::vector<MenuEntry>& entries) {
+  for (const MenuEntry& entry : entries) {
+    if (entry.starts_group) menu.addSeparator();
+    if (entry.children.empty()) {
+      menu.addAction(glyphs::ForCommand(entry.id), ToQt(entry.caption))->setData(entry.id);
+    } else {
+      FillMenu(*menu.addMenu(ToQt(entry.caption)), entry.children);
+    }
+  }
+}
+
+}  // namespace
+
+QtDesktop::QtDesktop() {
+  QApplication::setQuitOnLastWindowClosed(false);
+  QApplication::setWindowIcon(glyphs::OfProgram());
+  ApplyTheme(theme_, skin_);
+  SetFailureHook([this](const Failure& failure) {
+    MsgBox({failure.description() + "\n\n" + std::to_string(failure.number()) + "  " + failure.source(), box::kStop,
+            "系统提示"});
+  });
+}
+
+QtDesktop::~QtDesktop() {
+  while (!windows_.empty()) Close(*windows_.begin()->first);
+}
+
+QWidget* QtDesktop::Front() const {
+  for (auto at = stack_.rbegin(); at != stack_.rend(); ++at) {
+    if (*at && (*at)->isVisible()) return *at;
+  }
+  return nullptr;
+}
+
+void QtDesktop::Raise(QWidget& window) {
+  std::erase_if(stack_, [&](const QPointer<QWidget>& each) { return !each || each == &window; });
+  stack_.emplace_back(&window);
+  window.show();
+  if (QGuiApplication::platformName() != "offscreen") window.raise();
+  window.activateWindow();
+}
+
+Answer QtDesktop::MsgBox(const Box& box) {
+  BoxWindow window(box, Front());
+  window.adjustSize();
+  CentreOver(window, Front());
+  boxes_.push_back(&window);
+  Raise(window);
+  struct Closed {
+    std::vector<BoxWindow*>& boxes;
+    ~Closed() { boxes.pop_back(); }
+  } closed{boxes_};
+  guard_.Wait(window.Loop());
+  return window.Given();
+}
+
+std::optional<std::string> QtDesktop::ChooseFile(const FileRequest& request) {
+  FileQuestion question;
+  question.request = request;
+  QFileDialog dialog(Front(), ToQt(request.title), ToQt(request.directory.string()));
+  dialog.setOption(QFileDialog::DontUseNativeDialog, QGuiApplication::platformName() == "offscreen");
+  dialog.setAcceptMode(request.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+  dialog.setFileMode(request.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+  dialog.setNameFilters(NameFilters(request.filter));
+  dialog.setDefaultSuffix(ToQt(request.extension));
+  dialog.selectFile(ToQt(request.name));
+  QObject::connect(&dialog, &QDialog::finished, &dialog, [&](int result) {
+    if (result == QDialog::Accepted) question.answer = FromQt(dialog.selectedFiles().value(0));
+    question.loop.exit();
+  });
+  struct Asking {
+    FileQuestion*& slot;
+    FileQuestion* outer;
+    ~Asking() { slot = outer; }
+  } asking{file_question_, std::exchange(file_question_, &question)};
+  dialog.open();
+  Raise(dialog);
+  guard_.Wait(question.loop);
+  return question.answer;
+}
+
+std::optional<int> QtDesktop::PopUp(const std::vector<MenuEntry>& entries) {
+  QMenu menu;
+  FillMenu(menu, entries);
+  const QAction* chosen = menu.exec(QCursor::pos());
+  if (guard_.HasEnded()) throw ProcessEnded{};
+  if (!chosen) return {};
+  return chosen->data().toInt();
+}
+
+QtDesktop::Window& QtDesktop::WindowOf(Form& form) {
+  return windows_[&form];
+}
+
+FormWidget& QtDesktop::WidgetOf(Form& form) {
+  Window& window = WindowOf(form);
+  if (!window.widget) window.widget = new FormWidget(form, guard_);
+  return *window.widget;
+}
+
+void QtDesktop::Show(Form& form) {
+  if (form.Kind() == WindowKind::kMain) {
+    Window& window = WindowOf(form);
+    if (!window.main) {
+      window.main = new MainWindow(static_cast<MainFrame&>(form), guard_);
+      main_ = window.main;
+      CentreOver(*main_, nullptr);
+    }
+    return Raise(*main_);
+  }
+  FormWidget& widget = WidgetOf(form);
+  if (form.Kind() == WindowKind::kChild && main_ && !WindowOf(form).waiting) {
+    main_->workspace().ShowChild(widget);
+  } else {
+    ShowDialog(widget, WindowOf(form).waiting != nullptr);
+  }
+}
+
+void QtDesktop::ShowDialog(FormWidget& widget, bool modal) {
+  if (!widget.isVisible()) {
+    QWidget* owner = modal ? Front() : main_;
+    if (owner != &widget) widget.setParent(owner, Qt::Dialog | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
+    widget.setWindowModality(modal ? Qt::ApplicationModal : Qt::NonModal);
+    widget.adjustSize();
+    CentreOver(widget, Front());
+  }
+  Raise(widget);
+  widget.RestoreFocus();
+}
+
+void QtDesktop::Hide(Form& form) {
+  Window& window = WindowOf(form);
+  if (window.main) window.main->hide();
+  if (window.widget && main_) main_->workspace().HideChild(*window.widget);
+  if (window.widget) window.widget->hide();
+  LeaveModal(window);
+}
+
+void QtDesktop::LeaveModal(Window& window) {
+  if (window.waiting) window.waiting->exit();
+}
+
+void QtDesktop::RunModal(Form& form) {
+  QEventLoop loop;
+  WindowOf(form).waiting = &loop;
+  struct Waited {
+    std::unordered_map<Form*, Window>& windows;
+    Form* form;
+    ~Waited() {
+      if (const auto found = windows.find(form); found != windows.end()) found->second.waiting = nullptr;
+    }
+  } waited{windows_, &form};
+  ShowDialog(WidgetOf(form), true);
+  guard_.Wait(loop);
+}
+
+void QtDesktop::Close(Form& form) {
+  const auto found = windows_.find(&form);
+  if (found == windows_.end()) return;
+  const Window window = found->second;
+  windows_.erase(found);
+  if (window.waiting) window.waiting->exit();
+  if (window.main) {
+    main_ = nullptr;
+    window.main->Detach();
+    window.main->hide();
+    guard_.Bury(window.main);
+  }
+  if (window.widget) {
+    window.widget->Detach();
+    QMdiSubWindow* frame = main_ ? main_->workspace().TakeOut(*window.widget) : nullptr;
+    window.widget->hide();
+    guard_.Bury(frame ? static_cast<QObject*>(frame) : window.widget);
+  }
+}
+
+void QtDesktop::Maximise(Form& form) {
+  Window& window = WindowOf(form);
+  if (window.widget && main_) main_->workspace().MaximiseChild(*window.widget);
+}
+
+void QtDesktop::ArrangeChildren(Arrangement arrangement) {
+  if (main_) main_->workspace().Arrange(arrangement);
+}
+
+void QtDesktop::DoEvents() {
+  QCoreApplication::processEvents();
+  if (guard_.HasEnded()) throw ProcessEnded{};
+}
+
+void QtDesktop::AttachSkin(const std::filesystem::path& path) {
+  QFile file(ToQt(path.string()));
+  if (!file.open(QIODevice::ReadOnly)) return;
+  const QByteArray bytes = file.readAll();
+  const std::string_view rules(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+  if (!IsValidUtf8(rules) || rules.find('\0') != std::string_view::npos) return;
+  skin_ = ToQt(rules);
+  ApplyTheme(theme_, skin_);
+}
+
+void QtDesktop::SetTheme(int theme) {
+  theme_ = theme;
+  ApplyTheme(theme_, skin_);
+}
+
+void QtDesktop::EndProcess() {
+  if (QWidget* popup = QApplication::activePopupWidget()) popup->close();
+  guard_.EndProcess();
+}
+
+const Box* QtDesktop::OpenBox() const {
+  return boxes_.empty() ? nullptr : &boxes_.back()->Asked();
+}
+
+void QtDesktop::AnswerBox(Answer answer) {
+  if (!boxes_.empty()) boxes_.back()->Reply(answer);
+}
+
+const FileRequest* QtDesktop::OpenFileDialog() const {
+  return file_question_ ? &file_question_->request : nullptr;
+}
+
+void QtDesktop::AnswerFileDialog(std::optional<std::string> path) {
+  if (!file_question_) return;
+  file_question_->answer = std::move(path);
+  file_question_->loop.exit();
+}
+
+bool QtDesktop::Shot(const std::filesystem::path& file) {
+  for (const auto& [form, window] : windows_) {
+    if (window.widget) window.widget->Settle();
+  }
+  return SavePictureOfDesktop(stack_, ToQt(file.string()));
+}
+
+}  // namespace luming

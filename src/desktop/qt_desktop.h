@@ -1,0 +1,81 @@
+#pragma once
+
+#include <QPointer>
+#include <functional>
+#include <optional>
+#include <unordered_map>
+#include <vector>
+
+#include "desktop/model_guard.h"
+#include "platform/desktop.h"
+
+namespace luming {
+
+class BoxWindow;
+class FormWidget;
+class MainWindow;
+
+/// The operator's desktop drawn with Qt Widgets. Needs a QApplication.
+class QtDesktop : public Desktop, public DesktopProbe {
+ public:
+  QtDesktop();
+  ~QtDesktop() override;
+
+  /// How a failure that nobody's trap took is shown; a plain box unless set.
+  void SetFailureHook(std::function<void(const Failure&)> hook) { guard_.SetFailureHook(std::move(hook)); }
+  /// Runs `entry` as an event of its own: nothing that it throws comes out.
+  void Enter(const std::function<void()>& entry) { guard_.Enter(entry); }
+  /// Handles the operator's input until EndProcess.
+  void Run() { guard_.Run(); }
+  bool HasEnded() const { return guard_.HasEnded(); }
+
+  Answer MsgBox(const Box& box) override;
+  std::optional<std::string> ChooseFile(const FileRequest& request) override;
+  std::optional<int> PopUp(const std::vector<MenuEntry>& entries) override;
+  void Show(Form& form) override;
+  void Hide(Form& form) override;
+  void RunModal(Form& form) override;
+  void Close(Form& form) override;
+  void Maximise(Form& form) override;
+  void ArrangeChildren(Arrangement arrangement) override;
+  void DoEvents() override;
+  void AttachSkin(const std::filesystem::path& file) override;
+  void SetTheme(int theme) override;
+  void EndProcess() override;
+
+  const Box* OpenBox() const override;
+  void AnswerBox(Answer answer) override;
+  const FileRequest* OpenFileDialog() const override;
+  void AnswerFileDialog(std::optional<std::string> path) override;
+  bool Shot(const std::filesystem::path& file) override;
+
+ private:
+  /// What the desktop keeps for a form: one of the widgets, and the loop that waits for it while it is modal.
+  struct Window {
+    FormWidget* widget = nullptr;
+    MainWindow* main = nullptr;
+    QEventLoop* waiting = nullptr;
+  };
+  Window& WindowOf(Form& form);
+  FormWidget& WidgetOf(Form& form);
+  QWidget* Front() const;
+  void ShowDialog(FormWidget& widget, bool modal);
+  void Raise(QWidget& window);
+  void LeaveModal(Window& window);
+
+  ModelGuard guard_;
+  std::unordered_map<Form*, Window> windows_;
+  MainWindow* main_ = nullptr;
+  std::vector<QPointer<QWidget>> stack_;  ///< windows in order of showing, the last in front
+  std::vector<BoxWindow*> boxes_;
+  struct FileQuestion {
+    FileRequest request;
+    std::optional<std::string> answer;
+    QEventLoop loop;
+  };
+  FileQuestion* file_question_ = nullptr;
+  QString skin_;
+  int theme_ = 1;
+};
+
+}  // namespace luming

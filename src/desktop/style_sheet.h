@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QString>
+
+namespace luming {
+
+struct Theme;
+
+/// The rules of the house's look, in the theme's colours.
+QString StyleSheetOf(const Theme& theme);
+
+}  // namespace luming
