@@ -42,6 +42,20 @@ void FillMenu(QMenu& menu, const std::vector<MenuEntry>& entries) {
   }
 }
 
+/// Keeps a question where the probe finds it, for as long as it waits.
+template <class Question>
+class Slot {
+ public:
+  Slot(Question*& place, Question& question) : place_(place), outer_(std::exchange(place, &question)) {}
+  ~Slot() { place_ = outer_; }
+  Slot(const Slot&) = delete;
+  Slot& operator=(const Slot&) = delete;
+
+ private:
+  Question*& place_;
+  Question* outer_;
+};
+
 }  // namespace
 
 QtDesktop::QtDesktop() {
@@ -101,11 +115,7 @@ std::optional<std::string> QtDesktop::ChooseFile(const FileRequest& request) {
     if (result == QDialog::Accepted) question.answer = FromQt(dialog.selectedFiles().value(0));
     question.loop.exit();
   });
-  struct Asking {
-    FileQuestion*& slot;
-    FileQuestion* outer;
-    ~Asking() { slot = outer; }
-  } asking{file_question_, std::exchange(file_question_, &question)};
+  const Slot slot(file_question_, question);
   dialog.open();
   Raise(dialog);
   guard_.Wait(question.loop);
@@ -115,10 +125,16 @@ std::optional<std::string> QtDesktop::ChooseFile(const FileRequest& request) {
 std::optional<int> QtDesktop::PopUp(const std::vector<MenuEntry>& entries) {
   QMenu menu;
   FillMenu(menu, entries);
-  const QAction* chosen = menu.exec(QCursor::pos());
-  if (guard_.HasEnded()) throw ProcessEnded{};
-  if (!chosen) return {};
-  return chosen->data().toInt();
+  PopUpQuestion question;
+  question.entries = &entries;
+  QObject::connect(&menu, &QMenu::triggered, &menu,
+                   [&](const QAction* action) { question.answer = action->data().toInt(); });
+  // The menu hides ahead of telling what was chosen.
+  QObject::connect(&menu, &QMenu::aboutToHide, &question.loop, &QEventLoop::quit, Qt::QueuedConnection);
+  const Slot slot(pop_up_question_, question);
+  menu.popup(QCursor::pos());
+  guard_.Wait(question.loop);
+  return question.answer;
 }
 
 QtDesktop::Window& QtDesktop::WindowOf(Form& form) {
@@ -257,6 +273,16 @@ void QtDesktop::AnswerFileDialog(std::optional<std::string> path) {
   if (!file_question_) return;
   file_question_->answer = std::move(path);
   file_question_->loop.exit();
+}
+
+const std::vector<MenuEntry>* QtDesktop::OpenPopUp() const {
+  return pop_up_question_ ? pop_up_question_->entries : nullptr;
+}
+
+void QtDesktop::AnswerPopUp(std::optional<int> id) {
+  if (!pop_up_question_) return;
+  pop_up_question_->answer = id;
+  pop_up_question_->loop.exit();
 }
 
 bool QtDesktop::Shot(const std::filesystem::path& file) {

@@ -47,6 +47,8 @@ class QtDesktop : public Desktop, public DesktopProbe {
   void AnswerBox(Answer answer) override;
   const FileRequest* OpenFileDialog() const override;
   void AnswerFileDialog(std::optional<std::string> path) override;
+  const std::vector<MenuEntry>* OpenPopUp() const override;
+  void AnswerPopUp(std::optional<int> id) override;
   bool Shot(const std::filesystem::path& file) override;
 
  private:
@@ -73,7 +75,13 @@ class QtDesktop : public Desktop, public DesktopProbe {
     std::optional<std::string> answer;
     QEventLoop loop;
   };
+  struct PopUpQuestion {
+    const std::vector<MenuEntry>* entries = nullptr;
+    std::optional<int> answer;
+    QEventLoop loop;
+  };
   FileQuestion* file_question_ = nullptr;
+  PopUpQuestion* pop_up_question_ = nullptr;
   QString skin_;
   int theme_ = 1;
 };

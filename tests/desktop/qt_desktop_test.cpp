@@ -125,6 +125,23 @@ TEST_F(QtDesktopTest, AFileDialogTakesAPathOrNone) {
   EXPECT_EQ(NameFilters("工作簿|*.xls;*.xlsx|全部|*.*"), (QStringList{"工作簿 (*.xls *.xlsx)", "全部 (*.*)"}));
 }
 
+TEST_F(QtDesktopTest, APopUpReturnsTheChosenIdOrNone) {
+  const auto ask = [&](std::function<void()> act) {
+    Meanwhile(std::move(act));
+    std::optional<int> chosen;
+    desktop.Enter([&] { chosen = desktop.PopUp({{"关闭(&C)", 6661, {}}, {"排列", 0, {{"层叠", 801, {}}}, true}}); });
+    EXPECT_EQ(desktop.OpenPopUp(), nullptr);
+    return chosen;
+  };
+  EXPECT_EQ(ask([] { Press(QApplication::activePopupWidget(), Qt::Key_C, "c"); }), 6661);
+  EXPECT_EQ(ask([] { Press(QApplication::activePopupWidget(), Qt::Key_Escape); }), std::nullopt);
+  EXPECT_EQ(ask([this] {
+              EXPECT_EQ(desktop.OpenPopUp()->size(), 2U);
+              desktop.AnswerPopUp(801);
+            }),
+            801);
+}
+
 TEST_F(QtDesktopTest, APictureShowsTheDialogOverTheForm) {
   QTemporaryDir directory;
   const QString file = directory.filePath("shot.png");
