@@ -23,6 +23,10 @@ std::string CheckError(const Failure& failure, const SqlStep& step) {
   return right ? "" : "wanted error " + step.expected + ", found error " + outcome;
 }
 
+std::string FieldText(const Value& value) {
+  return value.IsNull() ? "NULL" : value.Text();
+}
+
 }  // namespace
 
 std::vector<SqlStep> ReadSqlScript(std::string_view text) {
@@ -40,8 +44,9 @@ std::vector<SqlStep> ReadSqlScript(std::string_view text) {
       if (line.starts_with("error ")) {
         step.kind = SqlStep::Kind::kError;
         step.expected = line.substr(6);
-      } else if (line == "query") {
+      } else if (line == "query" || line.starts_with("query ")) {
         step.kind = SqlStep::Kind::kQuery;
+        if (line != "query") step.columns = Split(line.substr(6), ",");
       } else if (line != "ok") {
         throw std::runtime_error("line " + std::to_string(line_number) + ": ok, query or error wanted");
       }
@@ -58,17 +63,16 @@ std::vector<SqlStep> ReadSqlScript(std::string_view text) {
   return steps;
 }
 
-std::string RowsText(Recordset& rows) {
+std::string RowsText(Recordset& rows, const std::vector<std::string>& columns) {
   std::string text;
   for (; !rows.Eof(); rows.MoveNext()) {
-    for (std::size_t i = 0; i < rows.ColumnCount(); ++i) {
-      if (i > 0) text += "\t";
-      text += rows.Field(i).IsNull() ? "NULL" : rows.Field(i).Text();
-    }
-    text += "\n";
+    std::vector<std::string> fields;
+    for (const std::string& column : columns) fields.push_back(FieldText(rows.Field(column)));
+    for (std::size_t i = 0; columns.empty() && i < rows.ColumnCount(); ++i) fields.push_back(FieldText(rows.Field(i)));
+    text += Join(fields, "\t") + "\n";
   }
   Recordset next = rows.NextRecordset();
-  return next.IsOpen() ? text + "----\n" + RowsText(next) : text;
+  return next.IsOpen() ? text + "----\n" + RowsText(next, columns) : text;
 }
 
 std::string RunSqlStep(Connection& connection, const SqlStep& step) {
@@ -77,7 +81,7 @@ std::string RunSqlStep(Connection& connection, const SqlStep& step) {
     if (step.kind == SqlStep::Kind::kError) return "wanted error " + step.expected + ", found none";
     if (step.kind == SqlStep::Kind::kOk) return "";
     if (!rows.IsOpen()) return "wanted rows, found no result";
-    std::string found = RowsText(rows);
+    std::string found = RowsText(rows, step.columns);
     return found == step.expected ? "" : "wanted rows\n" + step.expected + "found\n" + found;
   } catch (const Failure& failure) {
     if (step.kind == SqlStep::Kind::kError) return CheckError(failure, step);

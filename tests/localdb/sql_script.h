@@ -14,14 +14,15 @@ struct SqlStep {
   Kind kind = Kind::kOk;
   int line = 0;
   std::string sql;
-  std::string expected;  ///< rows of a query; number, and perhaps a part of the text, of an error
+  std::string expected;              ///< rows of a query; number, and perhaps a part of the text, of an error
+  std::vector<std::string> columns;  ///< of a query that looks at some columns only
 };
 
 /// Throws std::runtime_error with the line when the script breaks the format.
 std::vector<SqlStep> ReadSqlScript(std::string_view text);
 
-/// The rows of all results, fields apart by tabs; a line "----" stands between results.
-std::string RowsText(Recordset& rows);
+/// The rows of all results, fields apart by tabs; a line "----" stands between results. No `columns` means all.
+std::string RowsText(Recordset& rows, const std::vector<std::string>& columns);
 
 /// Runs one step. Gives what is wrong with the outcome, nothing when it is as expected.
 std::string RunSqlStep(Connection& connection, const SqlStep& step);
