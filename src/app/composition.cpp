@@ -2,6 +2,7 @@
 
 #include <fstream>
 
+#include "app/absent_output.h"
 #include "app/command_table.h"
 #include "app/connection_router.h"
 #include "app/system_devices.h"
@@ -27,8 +28,15 @@ std::filesystem::path WithoutTrailingSlash(const std::filesystem::path& director
 
 }  // namespace
 
+Program::Program(Desktop& desktop, Printing& printing, Machine machine, const std::filesystem::path& home)
+    : desktop_(desktop),
+      printing_(printing),
+      devices_(MakeDevices(machine, clock_)),
+      workbooks_(std::make_unique<NoWorkbooks>()),
+      home_(WithoutTrailingSlash(home)) {}
+
 Program::Program(Desktop& desktop, Machine machine, const std::filesystem::path& home)
-    : desktop_(desktop), devices_(MakeDevices(machine, clock_)), home_(WithoutTrailingSlash(home)) {}
+    : Program(desktop, NoPrinter::Instance(), machine, home) {}
 
 Program::~Program() = default;
 
@@ -49,7 +57,7 @@ void Program::SetClock(const DateTime& now) {
 void Program::Start(const std::string& hand_off) {
   if (context_) throw Failure(failure::kInvalidCall, "程序已经启动。");
   context_ = std::make_unique<AppContext>(
-      desktop_, *devices_, clock_, home_,
+      Ports{desktop_, *devices_, printing_, *workbooks_, clock_}, home_,
       [this] {
         return std::make_unique<TracingConnection>(NewConnection(home_, clock_),
                                                    [this](const TracedStatement& sent) { Record(sent); });

@@ -31,12 +31,14 @@ enum class Machine { kReal, kUntouched };
 
 /// Ties desktop, devices, clock, application directory, connections and command table into one running program.
 ///
-///   Program program(desktop, Machine::kReal, directory);
+///   Program program(desktop, printing, Machine::kReal, directory);
 ///   program.Start(command_tail);      // then the desktop's event loop until Desktop::EndProcess
 class Program : public ScriptHost {
  public:
-  /// @param desktop outlives the program
+  /// @param desktop, printing outlive the program
   /// @param home application directory
+  Program(Desktop& desktop, Printing& printing, Machine machine, const std::filesystem::path& home);
+  /// A program that cannot print.
   Program(Desktop& desktop, Machine machine, const std::filesystem::path& home);
   ~Program() override;
 
@@ -59,8 +61,10 @@ class Program : public ScriptHost {
   void Record(const TracedStatement& statement);
 
   Desktop& desktop_;
+  Printing& printing_;
   ProgramClock clock_;
   std::unique_ptr<Devices> devices_;
+  std::unique_ptr<Workbooks> workbooks_;
   std::filesystem::path home_;
   std::filesystem::path trace_file_;
   std::vector<TracedStatement> statements_;

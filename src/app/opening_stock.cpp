@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "app/absent_output.h"
 #include "app/command_table.h"
 #include "app/system_devices.h"
 #include "documents/ek_rkxz.h"
@@ -45,7 +46,7 @@ class OpeningClerk {
   OpeningClerk(const std::filesystem::path& home, std::shared_ptr<Connection> connection, const DateTime& today)
       : today_(today.Date()),
         clock_(today_),
-        app_(desktop_, devices_, clock_, home, {}, MainCommands()),
+        app_({desktop_, devices_, NoPrinter::Instance(), NoWorkbooks::Instance(), clock_}, home, {}, MainCommands()),
         form_(OpenScreen(std::move(connection))) {}
 
   void Enter(const TableFile& file) {

@@ -10,6 +10,8 @@
 #include "platform/database.h"
 #include "platform/desktop.h"
 #include "platform/devices.h"
+#include "platform/printing.h"
+#include "platform/workbook.h"
 #include "screen/forms.h"
 #include "util/clock.h"
 
@@ -17,26 +19,38 @@ namespace luming {
 
 struct CommandTable;
 
+/// What the program reaches its surroundings through; all of it outlives the context.
+struct Ports {
+  Desktop& desktop;
+  Devices& devices;
+  Printing& printing;
+  Workbooks& workbooks;
+  const Clock& clock;
+};
+
 /// The process-wide state that every screen reads, and the ports it works through. One instance; plain variables, each
 /// written by the routine named at it and read by everyone. A screen of class T is reached as `app.forms.Get<T>(app)`.
 struct AppContext {
-  /// What the composition root gives; all of it outlives the context.
-  AppContext(Desktop& the_desktop, Devices& the_devices, const Clock& the_clock, std::filesystem::path app_path,
+  AppContext(const Ports& ports, std::filesystem::path app_path,
              std::function<std::unique_ptr<Connection>()> connection_factory, const CommandTable& command_table)
-      : desktop(the_desktop),
-        devices(the_devices),
-        clock(the_clock),
+      : desktop(ports.desktop),
+        devices(ports.devices),
+        printing(ports.printing),
+        workbooks(ports.workbooks),
+        clock(ports.clock),
         AppPath(std::move(app_path)),
         CreateConnection(std::move(connection_factory)),
         commands(command_table),
-        forms(the_desktop, the_clock) {}
+        forms(ports.desktop, ports.clock) {}
 
   Desktop& desktop;
   Devices& devices;
+  Printing& printing;
+  Workbooks& workbooks;
   const Clock& clock;
   const std::filesystem::path AppPath;  ///< the application directory
   const std::function<std::unique_ptr<Connection>()> CreateConnection;
-  const CommandTable& commands;
+  const CommandTable& commands;  ///< outlives the context
 
   std::string CommandLine;  ///< the command tail of the process
   /// The one database connection; `Main` creates it, `ExitApp` releases it. A retry of the start puts a new one in its

@@ -2,24 +2,10 @@
 
 #include <utility>
 
+#include "platform/workbook.h"
 #include "util/text.h"
 
 namespace luming {
-
-namespace {
-
-constexpr int kLetters = 26;
-
-/// The letters of a column: 26 is "Z", 27 "AA", 52 "AZ", 53 "BA".
-std::string ColumnLetters(int column) {
-  std::string letters;
-  for (; column > 0; column = (column - 1) / kLetters) {
-    letters.insert(letters.begin(), static_cast<char>('A' + (column - 1) % kLetters));
-  }
-  return letters;
-}
-
-}  // namespace
 
 void GridSumRow(Grid& grid, int caption_col, const std::vector<int>& columns) {
   const int lines = grid.MaxRows();

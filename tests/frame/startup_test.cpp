@@ -106,7 +106,7 @@ TEST_F(StartupTest, EndClosesTheConnectionAndUnloadsEveryForm) {
 TEST_F(StartupTest, SkinOfTheSuite) {
   SkinDesktop skins;
   AppContext skinned(
-      skins, devices, clock, home, [this] { return store.Connect(); }, commands);
+      {skins, devices, printing, workbooks, clock}, home, [this] { return store.Connect(); }, commands);
   LoadSkin(skinned);
   EXPECT_TRUE(skins.skins.empty()) << "no settings, no skin";
 
@@ -128,7 +128,7 @@ TEST_F(StartupTest, ParentOfAnApplicationAtTheRootIsNone) {
   };
   for (const Case& one : {Case{"/srv/suite/yk", "/srv/suite/"}, Case{"/yky", "/"}, Case{"/yk", ""}, Case{"/", ""}}) {
     const AppContext placed(
-        desktop, devices, clock, one.path, [this] { return store.Connect(); }, commands);
+        ports, one.path, [this] { return store.Connect(); }, commands);
     EXPECT_EQ(ParentDirectory(placed), one.parent) << one.path;
   }
 }

@@ -30,7 +30,7 @@ AppTest::AppTest()
     : suite(directory / "suite"),
       home(suite / "yk"),
       app(
-          desktop, devices, clock, home, [this] { return store.Connect(); }, commands),
+          ports, home, [this] { return store.Connect(); }, commands),
       handler(app.forms) {
   std::filesystem::create_directories(home);
 }

@@ -8,6 +8,7 @@
 
 #include "frame/app_context.h"
 #include "frame/command_table.h"
+#include "support/fake_output.h"
 #include "support/fake_store.h"
 #include "support/scripted_desktop.h"
 #include "support/temp_directory.h"
@@ -49,9 +50,12 @@ class AppTest : public ::testing::Test {
   std::filesystem::path home;
   ScriptedDesktop desktop;
   FakeDevices devices;
+  FakePrinting printing;
+  FakeWorkbooks workbooks;
   FixedClock clock{DateTime(2026, 3, 1, 10, 0, 0)};
   FakeStore store;
   CommandTable commands;
+  Ports ports{desktop, devices, printing, workbooks, clock};
   AppContext app;
   /// Keeps forms that close themselves until the test is over, as the running handler would.
   Forms::HandlerScope handler;

@@ -62,7 +62,8 @@ void GrantEverything(User_qx& user) {
 
 }  // namespace
 
-StoreTest::StoreTest() : app(desktop, devices, clock, directory.Path(), {}, MainCommands()), handler(app.forms) {
+StoreTest::StoreTest()
+    : app({desktop, devices, printing, workbooks, clock}, directory.Path(), {}, MainCommands()), handler(app.forms) {
   app.KFMC = "西药库";
   app.ConnStr = kConnection;
   GrantEverything(app.CurUser);

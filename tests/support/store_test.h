@@ -10,6 +10,7 @@
 #include "app/system_devices.h"
 #include "frame/app_context.h"
 #include "localdb/local_connection.h"
+#include "support/fake_output.h"
 #include "support/scripted_desktop.h"
 #include "support/temp_directory.h"
 #include "util/clock.h"
@@ -42,6 +43,8 @@ class StoreTest : public ::testing::Test {
   TempDirectory directory;
   ScriptedDesktop desktop;
   UntouchedDevices devices;
+  FakePrinting printing;
+  FakeWorkbooks workbooks;
   FixedClock clock{DateTime(2026, 3, 1, 10, 0, 0)};
   AppContext app;
   /// Keeps forms that close themselves until the test is over, as the running handler would.
