@@ -74,7 +74,8 @@ GO
 ---------------------------------------------------------------------------------------------------------------------
 
 -- One row is one drug, or one examination item, of storehouse and pharmacy together.
--- It has no column id: queries that join it sort by the other table's id without naming the table.
+-- It has no column id: queries that join it sort by the other table's id without naming the table. SFXM has no index:
+-- it tells drugs apart so little that an index would only draw searches by code away from theirs.
 IF OBJECT_ID('YF_YPML') IS NULL
 BEGIN
   CREATE TABLE YF_YPML (
@@ -127,7 +128,6 @@ BEGIN
   CREATE INDEX IX_YF_YPML_WBDM ON YF_YPML (WBDM)
   CREATE INDEX IX_YF_YPML_SP_PYDM ON YF_YPML (SP_PYDM)
   CREATE INDEX IX_YF_YPML_SP_WBDM ON YF_YPML (SP_WBDM)
-  CREATE INDEX IX_YF_YPML_SFXM ON YF_YPML (SFXM)
 END
 GO
 
