@@ -52,9 +52,11 @@ void Insert(sqlite3* store, std::string_view table, const Row& row) {
   RunBound(store, "INSERT INTO temp." + QuoteName(table) + " VALUES(" + marks + ")", values);
 }
 
-void InsertObject(sqlite3* store, const std::string& name, std::int64_t id, const std::string& type) {
+// A type is a char(2).
+void InsertObject(sqlite3* store, const std::string& name, std::int64_t id, const std::string& letter) {
+  std::string type = letter + " ";
   Insert(store, "sysobjects", {name, Number(id), type, type, "1"});
-  std::string description = type == "P" ? "SQL_STORED_PROCEDURE" : type == "S" ? "SYSTEM_TABLE" : "USER_TABLE";
+  std::string description = letter == "P" ? "SQL_STORED_PROCEDURE" : letter == "S" ? "SYSTEM_TABLE" : "USER_TABLE";
   Insert(store, "sys.objects", {name, Number(id), type, description, "1"});
 }
 
@@ -100,7 +102,7 @@ void FillSystemTables(sqlite3* store, const Catalogue& catalogue) {
   for (const auto& [name, table] : catalogue.tables()) {
     if (IsSystemTable(name)) continue;
     InsertObject(store, name, table->id, "U");
-    Insert(store, "sys.tables", {name, Number(table->id), "U"});
+    Insert(store, "sys.tables", {name, Number(table->id), "U "});
     Insert(store, "INFORMATION_SCHEMA.TABLES", {"dbo", name, "BASE TABLE"});
     for (std::size_t i = 0; i < table->columns.size(); ++i) InsertColumn(store, *table, table->columns[i], i + 1);
     for (const Key& key : table->keys) {
@@ -110,7 +112,7 @@ void FillSystemTables(sqlite3* store, const Catalogue& catalogue) {
   }
   for (const auto& [name, procedure] : catalogue.procedures()) {
     InsertObject(store, name, procedure->id, "P");
-    Insert(store, "sys.procedures", {name, Number(procedure->id), "P"});
+    Insert(store, "sys.procedures", {name, Number(procedure->id), "P "});
   }
 }
 

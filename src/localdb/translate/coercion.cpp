@@ -49,7 +49,8 @@ void Translator::Coerce(Fragment& value, const SqlType& wanted, Purpose purpose)
   SqlType type = purpose == Purpose::kCompare ? Unlimited(wanted) : wanted;
   bool literal = value.parameter >= 0 &&
                  plan_->parameters[static_cast<std::size_t>(value.parameter)].source == PlanParameter::Source::kLiteral;
-  if (!literal && NeedsNothing(value.type, type)) {
+  bool needs_check = value.unchecked && purpose == Purpose::kStore && type.kind != TypeKind::kBigInt;
+  if (!literal && !needs_check && NeedsNothing(value.type, type)) {
     if (value.type.IsNull()) value.type = type;
     return;
   }

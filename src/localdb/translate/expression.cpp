@@ -150,7 +150,7 @@ Translator::Fragment Translator::TranslateArithmetic(const Expr& expr, const Sco
     sql = left.sql + " " + op + " " + right.sql;
   }
   if (type.IsDecimal()) return {Call("t_round", sql + ", " + std::to_string(type.scale)), type, -1, false};
-  return {"(" + sql + ")", type, -1, false};
+  return {"(" + sql + ")", type, -1, false, type.IsInteger()};
 }
 
 Translator::Fragment Translator::TranslateCase(const Expr& expr, const Scope& scope) {
@@ -185,8 +185,8 @@ Translator::Fragment Translator::TranslateCast(const Expr& expr, const Scope& sc
   Fragment value = Translate(*expr.args[0], scope);
   if (expr.args.size() == 1) {
     Coerce(value, expr.type, Purpose::kCast);
-    value.type = expr.type;
-    return value;
+    // What converts the result further must not take the place of this conversion.
+    return {value.sql, expr.type, -1, false};
   }
   Fragment style = Translate(*expr.args[1], scope);
   std::string types = std::to_string(value.type.Pack()) + ", " + std::to_string(expr.type.Pack());

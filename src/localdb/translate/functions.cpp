@@ -262,7 +262,7 @@ Translator::Fragment Translator::TranslateAggregate(const Expr& expr, const Scop
   std::string sum = "sum(" + argument + ")";
   if (value.type.IsInteger()) {
     SqlType type = value.type.kind == TypeKind::kBigInt ? SqlType::BigInt() : SqlType::Int();
-    return {average ? "(" + sum + " / count(" + argument + "))" : sum, type, -1, false};
+    return {average ? "(" + sum + " / count(" + argument + "))" : sum, type, -1, false, !average};
   }
   if (average) sum = "avg(" + argument + ")";
   if (value.type.kind == TypeKind::kFloat) return {sum, SqlType::Float(), -1, false};

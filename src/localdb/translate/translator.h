@@ -47,8 +47,9 @@ class Translator {
   struct Fragment {
     std::string sql;
     SqlType type;
-    int parameter = -1;   ///< a bare parameter, whose conversion can still be chosen
-    bool column = false;  ///< a bare column: has its collation and perhaps an index
+    int parameter = -1;      ///< a bare parameter, whose conversion can still be chosen
+    bool column = false;     ///< a bare column: has its collation and perhaps an index
+    bool unchecked = false;  ///< whole number worked out by the engine, perhaps outside the range of its type
   };
 
  private:

@@ -1,0 +1,319 @@
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <string>
+#include <thread>
+
+#include "localdb/local_connection.h"
+#include "support/temp_directory.h"
+
+namespace luming::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr long kGeneral = failure::kGeneralProvider;
+
+class StoreTest : public testing::Test {
+ protected:
+  LocalConnection Connect(std::chrono::milliseconds wait = 200ms) { return {directory_.Path(), clock_, wait}; }
+  static std::string ConnectionString(const std::string& name) {
+    return "Provider=sqloledb;Data Source=(localdb);Initial Catalog=" + name + ";User ID=sa;Password=a=b;";
+  }
+  /// A store `name` with the table T(a) that holds one row 'kept'.
+  void MakeStore(const std::string& name) {
+    CreateStore(directory_.Path(), name);
+    LocalConnection connection = Connect();
+    connection.Open(ConnectionString(name));
+    connection.Execute("Create Table T(a varchar(20) not null primary key) Insert into T Values('kept')");
+  }
+  static std::string RowCount(Connection& connection) {
+    return connection.Execute("Select count(*) From T").Field(std::size_t{0}).Text();
+  }
+  long OpenFailure(const std::string& name, std::string* text = nullptr) {
+    LocalConnection connection = Connect();
+    try {
+      connection.Open(ConnectionString(name));
+    } catch (const Failure& failure) {
+      EXPECT_FALSE(connection.IsOpen());
+      if (text) *text = failure.description();
+      return failure.number();
+    }
+    return 0;
+  }
+
+  TempDirectory directory_;
+  FixedClock clock_{DateTime(2026, 3, 1)};
+};
+
+long FailureOf(Connection& connection, const std::string& sql) {
+  try {
+    connection.Execute(sql);
+  } catch (const Failure& failure) {
+    return failure.number();
+  }
+  return 0;
+}
+
+TEST_F(StoreTest, RefusesWhatIsNoStoreAndLeavesItAlone) {
+  std::string text;
+  EXPECT_EQ(OpenFailure("missing", &text), kGeneral);
+  EXPECT_NE(text.find("missing"), std::string::npos) << text;
+  EXPECT_FALSE(std::filesystem::exists(directory_ / "missing.db"));
+  for (const char* name : {"", "../up", "a/b", "a\\b", ".", "..", "C:x"})
+    EXPECT_EQ(OpenFailure(name), kGeneral) << name;
+
+  WriteBytes(directory_ / "text.db", std::string(5000, 'x'));
+  EXPECT_EQ(OpenFailure("text", &text), kGeneral);
+  EXPECT_NE(text.find("text.db"), std::string::npos) << text;
+  EXPECT_EQ(ReadBytes(directory_ / "text.db"), std::string(5000, 'x'));
+
+  WriteBytes(directory_ / "empty.db", "");
+  EXPECT_EQ(OpenFailure("empty"), kGeneral);
+
+  sqlite3* foreign = nullptr;
+  ASSERT_EQ(sqlite3_open((directory_ / "foreign.db").c_str(), &foreign), SQLITE_OK);
+  ASSERT_EQ(sqlite3_exec(foreign, "CREATE TABLE t(a)", nullptr, nullptr, nullptr), SQLITE_OK);
+  sqlite3_close(foreign);
+  EXPECT_EQ(OpenFailure("foreign", &text), kGeneral);
+  EXPECT_NE(text.find("不是"), std::string::npos) << text;
+}
+
+TEST_F(StoreTest, TellsDamageAndNeverCrashesOnIt) {
+  MakeStore("good");
+  {
+    LocalConnection connection = Connect();
+    connection.Open(ConnectionString("good"));
+    for (int i = 0; i < 300; ++i) connection.Execute("Insert into T Values('row" + std::to_string(i) + "')");
+  }
+  std::string bytes = ReadBytes(directory_ / "good.db");
+  for (std::size_t page = 0; page * 4096 < bytes.size(); ++page) {
+    std::string damaged = bytes;
+    for (std::size_t i = 100; i < 1000; ++i) damaged[page * 4096 + i] = static_cast<char>(i * 7);
+    WriteBytes(directory_ / "bad.db", damaged);
+    std::filesystem::remove(directory_ / "bad.db-wal");
+    LocalConnection connection = Connect();
+    try {
+      connection.Open(ConnectionString("bad"));
+      connection.Execute("Select * From T Order By a");
+      connection.Execute("Insert into T Values('new')");
+    } catch (const Failure& failure) {
+      EXPECT_FALSE(failure.description().empty());
+    }
+  }
+  WriteBytes(directory_ / "short.db", bytes.substr(0, bytes.size() / 2));
+  LocalConnection connection = Connect();
+  std::string text;
+  try {
+    connection.Open(ConnectionString("short"));
+    connection.Execute("Select Max(a), Count(*) From T");
+  } catch (const Failure& failure) {
+    EXPECT_EQ(failure.number(), kGeneral);
+    text = failure.description();
+  }
+  EXPECT_NE(text.find("损坏"), std::string::npos) << text;
+}
+
+TEST_F(StoreTest, IsMadeOnceAndKeepsWhatIsWritten) {
+  MakeStore("库");
+  EXPECT_THROW(CreateStore(directory_.Path(), "库"), Failure);
+  LocalConnection connection = Connect();
+  connection.Open(ConnectionString("库"));
+  EXPECT_EQ(connection.Execute("Select a From T").Field("A").Text(), "kept");
+  EXPECT_EQ(connection.Execute("Select DB_Name()").Field(std::size_t{0}).Text(), "库");
+}
+
+TEST_F(StoreTest, ClosedConnectionsRefuseWork) {
+  LocalConnection connection = Connect();
+  EXPECT_EQ(FailureOf(connection, "Select 1"), failure::kClosedObject);
+  EXPECT_THROW(connection.BeginTrans(), Failure);
+  connection.Close();
+  MakeStore("s");
+  connection.Open(ConnectionString("s"));
+  connection.Close();
+  connection.Close();
+  EXPECT_FALSE(connection.IsOpen());
+  EXPECT_EQ(FailureOf(connection, "Select 1"), failure::kClosedObject);
+}
+
+TEST_F(StoreTest, ClosingDropsAnOpenTransaction) {
+  MakeStore("s");
+  LocalConnection first = Connect();
+  first.Open(ConnectionString("s"));
+  first.BeginTrans();
+  first.Execute("Insert into T Values('lost')");
+  EXPECT_EQ(RowCount(first), "2");
+  first.Close();
+  first.Open(ConnectionString("s"));
+  EXPECT_EQ(RowCount(first), "1");
+  first.BeginTrans();
+  first.Execute("Insert into T Values('found')");
+  first.CommitTrans();
+  EXPECT_EQ(RowCount(first), "2");
+  EXPECT_THROW(first.CommitTrans(), Failure);
+  first.RollbackTrans();
+}
+
+TEST_F(StoreTest, WaitsForAnotherTransactionThenFailsClearly) {
+  MakeStore("s");
+  LocalConnection first = Connect();
+  LocalConnection second = Connect(150ms);
+  first.Open(ConnectionString("s"));
+  second.Open(ConnectionString("s"));
+  first.BeginTrans();
+  first.Execute("Insert into T Values('first')");
+
+  // Readers are not held up, and do not see what is not committed.
+  EXPECT_EQ(RowCount(second), "1");
+  EXPECT_EQ(FailureOf(second, "Insert into T Values('second')"), kGeneral);
+  EXPECT_THROW(second.BeginTrans(), Failure);
+  EXPECT_TRUE(second.IsOpen());
+
+  std::thread commit([&first] {
+    std::this_thread::sleep_for(50ms);
+    first.CommitTrans();
+  });
+  LocalConnection patient = Connect(5000ms);
+  patient.Open(ConnectionString("s"));
+  patient.BeginTrans();
+  commit.join();
+  EXPECT_EQ(RowCount(patient), "2");
+  patient.Execute("Insert into T Values('patient')");
+  patient.CommitTrans();
+  EXPECT_EQ(RowCount(first), "3");
+}
+
+TEST_F(StoreTest, KilledProgramLeavesNothingUncommitted) {
+  MakeStore("s");
+  int ready[2];
+  ASSERT_EQ(pipe(ready), 0);
+  pid_t child = fork();
+  ASSERT_GE(child, 0);
+  if (child == 0) {
+    LocalConnection connection(directory_.Path(), clock_, 200ms);
+    connection.Open(ConnectionString("s"));
+    connection.Execute("Insert into T Values('committed')");
+    connection.BeginTrans();
+    for (int i = 0; i < 2000; ++i) connection.Execute("Insert into T Values('open" + std::to_string(i) + "')");
+    bool told = write(ready[1], "x", 1) == 1;
+    while (told) pause();
+    _exit(1);
+  }
+  char told = 0;
+  ASSERT_EQ(read(ready[0], &told, 1), 1);
+  ASSERT_EQ(kill(child, SIGKILL), 0);
+  int status = 0;
+  ASSERT_EQ(waitpid(child, &status, 0), child);
+  close(ready[0]);
+  close(ready[1]);
+
+  LocalConnection connection = Connect();
+  connection.Open(ConnectionString("s"));
+  EXPECT_EQ(connection.Execute("Select a From T Order By a").RecordCount(), 2);
+  connection.Execute("Insert into T Values('after')");
+  EXPECT_EQ(RowCount(connection), "3");
+}
+
+TEST_F(StoreTest, ErrorThatRollsBackHoldsTheRestOfTheDocumentBack) {
+  MakeStore("s");
+  LocalConnection connection = Connect();
+  connection.Open(ConnectionString("s"));
+  connection.Execute("Create Table N(n int null)");
+  connection.BeginTrans();
+  connection.Execute("Insert into T Values('head')");
+  EXPECT_EQ(FailureOf(connection, "Insert into T Values('KEPT')"), failure::kKeyViolation);
+  EXPECT_EQ(RowCount(connection), "2");
+  EXPECT_EQ(FailureOf(connection, "Insert into N Values('x')"), failure::kConversion);
+  EXPECT_EQ(FailureOf(connection, "Insert into T Values('line')"), kGeneral);
+  EXPECT_THROW(connection.CommitTrans(), Failure);
+  connection.RollbackTrans();
+  EXPECT_EQ(RowCount(connection), "1");
+  connection.Execute("Insert into T Values('next')");
+  EXPECT_EQ(RowCount(connection), "2");
+}
+
+TEST_F(StoreTest, SeesTheDefinitionsThatAnotherProgramMakes) {
+  MakeStore("s");
+  LocalConnection first = Connect();
+  LocalConnection second = Connect();
+  first.Open(ConnectionString("s"));
+  second.Open(ConnectionString("s"));
+  EXPECT_EQ(FailureOf(second, "Exec P"), failure::kSyntax);
+  first.Execute("Create Procedure P As Select 1 AS n");
+  EXPECT_EQ(second.Execute("Exec P").Field("n").Text(), "1");
+  first.Execute("Alter Procedure P As Select 2 AS n");
+  EXPECT_EQ(second.Execute("Exec P").Field("n").Text(), "2");
+  first.Execute("Create Table New(a int)");
+  second.Execute("Insert into New Values(1)");
+  EXPECT_EQ(second.Execute("Select a From New").RecordCount(), 1);
+  first.Execute("Drop Table New");
+  EXPECT_EQ(FailureOf(second, "Select a From New"), failure::kMissingObject);
+}
+
+TEST_F(StoreTest, DefinitionsAreUndoneWithTheirTransaction) {
+  MakeStore("s");
+  LocalConnection connection = Connect();
+  connection.Open(ConnectionString("s"));
+  connection.BeginTrans();
+  connection.Execute("Create Table Gone(a int) Insert into Gone Values(1)");
+  connection.RollbackTrans();
+  EXPECT_EQ(FailureOf(connection, "Select * From Gone"), failure::kMissingObject);
+  connection.Execute("Create Table Gone(b int)");
+  EXPECT_EQ(connection.Execute("Select b From Gone").RecordCount(), 0);
+}
+
+TEST_F(StoreTest, ScriptsRunWholeOrNotAtAll) {
+  MakeStore("s");
+  LocalConnection connection = Connect();
+  connection.Open(ConnectionString("s"));
+  connection.RunScript(
+      "Insert into T Values('1')\r\nGO\r\nCreate Procedure P As Select 'x' AS x\r\ngo\n\nInsert into T Values('2')");
+  EXPECT_EQ(RowCount(connection), "3");
+  EXPECT_EQ(connection.Execute("Exec P").Field("x").Text(), "x");
+  try {
+    connection.RunScript("Insert into T Values('3')\nGO\n\nSelect * From Missing\nGO\n");
+    FAIL() << "the script has run";
+  } catch (const Failure& failure) {
+    EXPECT_EQ(failure.number(), failure::kMissingObject);
+    EXPECT_NE(failure.description().find("第 3 行"), std::string::npos) << failure.description();
+    EXPECT_EQ(failure.source(), "鹿鸣内嵌数据库");
+  }
+  EXPECT_EQ(RowCount(connection), "3");
+}
+
+TEST_F(StoreTest, FieldsComeInTheTypesOfTheirColumns) {
+  MakeStore("s");
+  LocalConnection connection = Connect();
+  connection.Open(ConnectionString("s"));
+  Recordset rows = connection.Execute(
+      "Select Cast(1 as bit) b, Cast(2 as smallint) i, Cast(3 as decimal(18,2)) d, Cast(4 as float) f, 'x' t, "
+      "Cast('2026-03-01' as datetime) m, Null n, Count(*) c, Sum(1.5) s From T");
+  using Data = Value::Data;
+  EXPECT_EQ(rows.Field("b").data(), Data(true));
+  EXPECT_EQ(rows.Field("i").data(), Data(std::int64_t{2}));
+  EXPECT_EQ(rows.Field("d").data(), Data(3.0));
+  EXPECT_EQ(rows.Field("f").data(), Data(4.0));
+  EXPECT_EQ(rows.Field("t").data(), Data(std::string("x")));
+  EXPECT_EQ(rows.Field("m").data(), Data(DateTime(2026, 3, 1)));
+  EXPECT_TRUE(rows.Field("n").IsNull());
+  EXPECT_EQ(rows.Field("c").data(), Data(std::int64_t{1}));
+  EXPECT_EQ(rows.Field("s").data(), Data(1.5));
+  EXPECT_FALSE(connection.Execute("Update T Set a=a").IsOpen());
+}
+
+TEST_F(StoreTest, BadBytesInATextAreNoTrouble) {
+  MakeStore("s");
+  LocalConnection connection = Connect();
+  connection.Open(ConnectionString("s"));
+  connection.Execute("Insert into T Values('a\xff\xfe')");
+  EXPECT_EQ(connection.Execute("Select a From T Where a Like'a%'").RecordCount(), 1);
+  std::string with_zero = "Select 'a" + std::string(1, '\0') + "b'";
+  EXPECT_EQ(connection.Execute(with_zero).Field(std::size_t{0}).Text().size(), 3U);
+  EXPECT_NE(FailureOf(connection, "Select " + std::string(1, '\0')), 0);
+}
+
+}  // namespace
+}  // namespace luming::test
