@@ -31,6 +31,7 @@ class MainFrame : public Form {
   /// The operator right-clicked the tab of a child form; null when beside all tabs.
   virtual void Workspace_RClick(Form* item) = 0;
 
+  static constexpr int kPanelCount = 4;
   /// Panels are numbered from 1 as on the screen.
   const std::string& StatusPanel(int number) const { return panels_.at(static_cast<std::size_t>(number - 1)); }
   bool ToolBarVisible() const { return tool_bar_visible_; }
@@ -50,7 +51,7 @@ class MainFrame : public Form {
  private:
   void FrameChanged();  ///< tells the view by CaptionChanged
 
-  std::array<std::string, 4> panels_;
+  std::array<std::string, kPanelCount> panels_;
   bool tool_bar_visible_ = true;
   bool status_bar_visible_ = true;
   int theme_ = 1;

@@ -37,6 +37,9 @@ class ScriptHost {
   /// What the program has sent since the last call of ForgetStatements, in order.
   virtual const std::vector<TracedStatement>& Statements() const = 0;
   virtual void ForgetStatements() = 0;
+
+  /// What the last print or preview laid out, as text; empty before the first.
+  virtual std::string LastPages() const { return {}; }
 };
 
 }  // namespace luming
