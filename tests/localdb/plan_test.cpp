@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -80,6 +81,29 @@ TEST_F(PlanTest, PatternsInVariablesAreLookedForByWhatTheyHold) {
   EXPECT_NE(Explain("Select * From Y Where YPBM Like @p", frame).find("YPBM=?"), std::string::npos);
   frame.Find("@p")->value = "%x";
   EXPECT_EQ(Explain("Select * From Y Where YPBM Like @p", frame).find("YPBM="), std::string::npos);
+}
+
+/// The statement of a procedure between two of its lines.
+std::string StatementBetween(std::string_view text, std::string_view first, std::string_view last) {
+  std::size_t start = text.find(first) + first.size();
+  return std::string(text.substr(start, text.find(last, start) - start));
+}
+
+TEST_F(PlanTest, TheSearchOnEachKeystrokeReadsTheCodeIndexes) {
+  std::filesystem::path database = std::filesystem::path(LUMING_SOURCE_DIR) / "database";
+  for (const std::string& batch : Split(ReadBytes(database / "schema.sql"), "\nGO\n")) Run(batch);
+  std::string text = ReadBytes(database / "procedures.sql");
+  text = text.substr(text.find("CREATE PROCEDURE Get_YP_JCTestYK"));
+  Frame frame(&session_->frame);
+  for (const char* name : {"@LB", "@NR", "@YKC", "@ZY", "@KFMC"}) frame.Declare(name, SqlType::Text(50)).value = "1";
+  frame.Find("@NR")->value = "AM%";
+  std::string by_pinyin = Explain(StatementBetween(text, "IF @ZD = 'PYDM'", "ELSE IF"), frame);
+  EXPECT_NE(by_pinyin.find("IX_YF_YPML_PYDM (PYDM>? AND PYDM<?)"), std::string::npos) << by_pinyin;
+  EXPECT_NE(by_pinyin.find("IX_YF_YPML_SP_PYDM (SP_PYDM>? AND SP_PYDM<?)"), std::string::npos) << by_pinyin;
+  std::string by_wubi = Explain(StatementBetween(text, "ELSE IF @ZD = 'WBDM'", "ELSE\n"), frame);
+  EXPECT_NE(by_wubi.find("IX_YF_YPML_WBDM (WBDM>? AND WBDM<?)"), std::string::npos) << by_wubi;
+  std::string by_code = Explain(StatementBetween(text, "ELSE\n", "END\nGO"), frame);
+  EXPECT_NE(by_code.find("(YPBM>? AND YPBM<?)"), std::string::npos) << by_code;
 }
 
 TEST_F(PlanTest, DatesAndNumbersUseTheirIndexes) {
