@@ -46,8 +46,9 @@ void Program::TraceTo(const std::filesystem::path& file) {
 }
 
 void Program::SetHome(const std::filesystem::path& directory) {
-  if (context_) throw Failure(failure::kInvalidCall, "程序已经启动，不能再更换程序目录。");
+  if (OpenForms()) throw Failure(failure::kInvalidCall, "程序已经启动，不能再更换程序目录。");
   home_ = WithoutTrailingSlash(directory);
+  beside_.reset();
 }
 
 void Program::SetClock(const DateTime& now) {
@@ -55,7 +56,9 @@ void Program::SetClock(const DateTime& now) {
 }
 
 void Program::Start(const std::string& hand_off) {
-  if (context_) throw Failure(failure::kInvalidCall, "程序已经启动。");
+  if (OpenForms()) throw Failure(failure::kInvalidCall, "程序已经启动。");
+  context_.reset();
+  beside_.reset();
   context_ = std::make_unique<AppContext>(
       Ports{desktop_, *devices_, printing_, *workbooks_, clock_}, home_,
       [this] {

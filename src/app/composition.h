@@ -56,6 +56,7 @@ class Program : public ScriptHost {
   Recordset RunBeside(std::string_view sql) override;
   const std::vector<TracedStatement>& Statements() const override { return statements_; }
   void ForgetStatements() override { statements_.clear(); }
+  std::string LastPages() const override { return printing_.LastPages(); }
 
  private:
   void Record(const TracedStatement& statement);

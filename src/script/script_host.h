@@ -17,12 +17,12 @@ class ScriptHost {
  public:
   virtual ~ScriptHost() = default;
 
-  /// Application directory of the next start; Failure once the process has started.
+  /// Application directory of the next start; Failure while the process runs.
   virtual void SetHome(const std::filesystem::path& directory) = 0;
   /// What the program, the embedded database included, takes for now from here on; it stands still.
   virtual void SetClock(const DateTime& now) = 0;
 
-  /// Starts the process as the command line would. Failure when it has started already.
+  /// Starts the process as the command line would, again after it has ended. Failure while it runs.
   /// @param hand_off the command tail; empty for the login dialog
   virtual void Start(const std::string& hand_off) = 0;
   /// Executes a command of the main window. Failure when there is no main window.
@@ -39,7 +39,7 @@ class ScriptHost {
   virtual void ForgetStatements() = 0;
 
   /// What the last print or preview laid out, as text; empty before the first.
-  virtual std::string LastPages() const { return {}; }
+  virtual std::string LastPages() const = 0;
 };
 
 }  // namespace luming
