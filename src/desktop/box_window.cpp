@@ -66,7 +66,9 @@ BoxWindow::BoxWindow(const Box& box, QWidget* parent)
     mark->setPixmap(icon.pixmap(QSize(kIconSize, kIconSize), devicePixelRatio()));
     message->addWidget(mark, 0, Qt::AlignTop);
   }
-  auto* text = new QLabel(ToQt(box.text).remove('\r'), this);
+  QString words = ToQt(box.text).remove('\r');
+  while (words.endsWith('\n')) words.chop(1);
+  auto* text = new QLabel(words, this);
   text->setTextFormat(Qt::PlainText);
   text->setMinimumWidth(metrics::CharactersWidth(*this, 32));
   text->setMaximumWidth(metrics::CharactersWidth(*this, 90));

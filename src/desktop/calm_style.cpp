@@ -6,12 +6,12 @@
 #include <QStyleOption>
 #include <algorithm>
 
+#include "desktop/metrics.h"
 #include "desktop/themes.h"
 
 namespace luming {
 namespace {
 
-constexpr int kEditorHeight = 26;
 constexpr int kArrowRoom = 22;
 constexpr int kSide = 6;
 
@@ -42,6 +42,23 @@ void DrawArrow(QPainter& painter, const QRect& room, bool enabled) {
   painter.restore();
 }
 
+void DrawClose(QPainter& painter, const QStyleOption& option) {
+  const Theme& theme = CurrentTheme();
+  const bool hover = option.state.testFlag(QStyle::State_MouseOver);
+  const QPointF centre = QRectF(option.rect).center();
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  if (hover) {
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(theme.accent_pale);
+    painter.drawRoundedRect(option.rect, 3, 3);
+  }
+  painter.setPen(QPen(hover ? theme.text : theme.muted, 1.3, Qt::SolidLine, Qt::RoundCap));
+  painter.drawLine(centre + QPointF(-3.5, -3.5), centre + QPointF(3.5, 3.5));
+  painter.drawLine(centre + QPointF(3.5, -3.5), centre + QPointF(-3.5, 3.5));
+  painter.restore();
+}
+
 QColor FieldBack(const QStyleOption& option) {
   return option.palette.color(option.state.testFlag(QStyle::State_Enabled) ? QPalette::Active : QPalette::Disabled,
                               QPalette::Base);
@@ -54,6 +71,7 @@ CalmStyle::CalmStyle() : QProxyStyle(QStyleFactory::create("Fusion")) {}
 void CalmStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                               const QWidget* widget) const {
   if (element == PE_FrameFocusRect) return;  // the frames tell the focus
+  if (element == PE_IndicatorTabClose) return DrawClose(*painter, *option);
   const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
   if (element != PE_PanelLineEdit || !frame) return QProxyStyle::drawPrimitive(element, option, painter, widget);
   if (frame->lineWidth <= 0) return;  // the line within a combo box: its box draws the field
@@ -85,7 +103,7 @@ QSize CalmStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
                                   const QWidget* widget) const {
   QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
   if (type == CT_LineEdit || type == CT_ComboBox || type == CT_SpinBox) {
-    size.setHeight(std::max(kEditorHeight, contents.height() + 8));
+    size.setHeight(std::max(metrics::kEditorHeight, contents.height() + 8));
   }
   return size;
 }

@@ -118,6 +118,7 @@ class PictureWidget final : public QWidget {
     updateGeometry();
     update();
   }
+  bool HasPicture() const { return !picture_.isNull(); }
   QSize sizeHint() const override {
     return picture_.isNull() ? QSize(0, 0) : picture_.deviceIndependentSize().toSize();
   }
@@ -151,6 +152,7 @@ class PictureView final : public TypedView<Picture> {
       widget_->Load(ToQt(shown_.string()));
     }
     RefreshCommon();
+    if (!widget_->HasPicture()) widget_->hide();  // without its picture it takes no room
   }
 
  private:

@@ -7,6 +7,7 @@
 #include <QScreen>
 #include <QSignalBlocker>
 #include <QStringListModel>
+#include <QStyledItemDelegate>
 #include <QWheelEvent>
 #include <algorithm>
 
@@ -18,6 +19,16 @@
 
 namespace luming {
 namespace {
+
+/// Gives the entries of a list the height of a grid's rows.
+class EntryPainter final : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    const QSize size = QStyledItemDelegate::sizeHint(option, index);
+    return {size.width(), std::max(size.height(), metrics::kRowHeight)};
+  }
+};
 
 /// The list that drops down. It never takes the keyboard: typing goes on in the field while it is open.
 class DropList final : public QListView {
@@ -33,6 +44,7 @@ class DropList final : public QListView {
     setVerticalScrollMode(ScrollPerItem);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setModel(&entries_);
+    setItemDelegate(new EntryPainter(this));
   }
 
   void Open(const std::vector<std::string>& items) {
@@ -41,7 +53,7 @@ class DropList final : public QListView {
     for (const std::string& item : items) texts << ToQt(item);
     entries_.setStringList(texts);
     const int rows = std::clamp(static_cast<int>(texts.size()), 1, kMostRows);
-    const int height = rows * std::max(sizeHintForRow(0), metrics::kRowHeight) + 2 * frameWidth();
+    const int height = rows * sizeHintForRow(0) + 2 * frameWidth();
     const int width = std::max(field_->width(), sizeHintForColumn(0) + 4 * metrics::kFrame);
     QPoint place = field_->mapToGlobal(QPoint(0, field_->height()));
     const QRect room = field_->screen()->availableGeometry();

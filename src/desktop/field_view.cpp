@@ -25,14 +25,15 @@ bool FieldView::KeyAfterModel(const QKeyEvent& event) {
   }
 }
 
-void FieldView::SetCaptionLabel(QLabel* label) {
+void FieldView::SetCaptionLabel(QLabel* label, const QString& words) {
   caption_ = label;
+  words_ = words;
   RefreshCaption();
 }
 
 void FieldView::RefreshCaption() {
   if (!caption_) return;
-  caption_->setText(ToQt(control_->Caption()));
+  caption_->setText(words_.isEmpty() ? ToQt(control_->Caption()) : words_);
   caption_->setBuddy(Widget());
   caption_->setVisible(control_->Visible());
   caption_->setEnabled(control_->Enabled());

@@ -43,8 +43,9 @@ class FieldView {
 
   /// Whether the editor gets its caption in front; buttons and the like draw their own.
   virtual bool WantsCaption() const { return true; }
-  /// The caption in front, made by the layout; follows the control's caption, colour and visibility.
-  void SetCaptionLabel(QLabel* label);
+  /// The caption in front, made by the layout; shown while the control is.
+  /// @param words instead of the control's own caption; empty for that
+  void SetCaptionLabel(QLabel* label, const QString& words);
 
   Control* control() const { return control_; }
 
@@ -61,6 +62,7 @@ class FieldView {
 
   Control* control_;
   QLabel* caption_ = nullptr;
+  QString words_;
 };
 
 /// A view of one kind of control, typed.

@@ -48,23 +48,38 @@ void GridColumns::Measure(const Grid& grid) {
   }
 }
 
+std::vector<int> GridColumns::VisibleColumns(const Grid& grid) const {
+  std::vector<int> visible;
+  for (int col = 1; col < static_cast<int>(columns_.size()); ++col) {
+    if (!grid.ColumnHidden(col)) visible.push_back(col);
+  }
+  return visible;
+}
+
 void GridColumns::Apply(const Grid& grid) {
   applying_ = true;
-  int used = 0;
-  int growing = 0;
   for (int col = 1; col < static_cast<int>(columns_.size()); ++col) {
-    const Column& column = columns_[static_cast<std::size_t>(col)];
     view_.setColumnHidden(col - 1, grid.ColumnHidden(col));
-    if (grid.ColumnHidden(col)) continue;
-    used += column.needed;
-    if (column.grows) growing += column.needed;
   }
-  const int room = std::max(0, view_.viewport()->width() - used);
-  for (int col = 1; col < static_cast<int>(columns_.size()); ++col) {
-    const Column& column = columns_[static_cast<std::size_t>(col)];
-    if (grid.ColumnHidden(col)) continue;
-    const int extra = column.grows && growing > 0 ? room * column.needed / growing : 0;
-    view_.setColumnWidth(col - 1, column.needed + extra);
+  const std::vector<int> visible = VisibleColumns(grid);
+  const auto at = [this](int col) -> const Column& { return columns_[static_cast<std::size_t>(col)]; };
+  const bool any_grows = std::ranges::any_of(visible, [&](int col) { return at(col).grows; });
+  const auto grows = [&](int col) { return !at(col).dragged && (at(col).grows || !any_grows); };
+  int room = view_.viewport()->width();
+  int growing = 0;
+  for (const int col : visible) {
+    room -= at(col).needed;
+    if (grows(col)) growing += at(col).needed;
+  }
+  room = std::max(room, 0);
+  for (const int col : visible) {
+    // What is left is shared out by need; the last of the growing columns takes what rounding leaves.
+    const int extra = grows(col) && growing > 0 ? room * at(col).needed / growing : 0;
+    if (grows(col)) {
+      room -= extra;
+      growing -= at(col).needed;
+    }
+    view_.setColumnWidth(col - 1, at(col).needed + extra);
   }
   applying_ = false;
 }

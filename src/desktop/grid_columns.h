@@ -31,6 +31,7 @@ class GridColumns {
     bool grows = false;  ///< takes a part of the free room
   };
   int WidthOf(const Grid& grid, int col) const;
+  std::vector<int> VisibleColumns(const Grid& grid) const;
 
   QTableView& view_;
   std::vector<Column> columns_;

@@ -78,13 +78,15 @@ void Builder::ApplySize(QWidget& widget, const Layout& part) {
 }
 
 QLabel* Builder::CaptionOf(const Layout& part) {
-  if (part.kind != Kind::kControl || part.bare || part.control->Caption().empty()) return nullptr;
+  if (part.kind != Kind::kControl || part.bare) return nullptr;
   FieldView* view = form_.ViewOf(*part.control);
-  if (!view || !view->WantsCaption()) return nullptr;
+  if (!view) return nullptr;
+  const bool has_words = !part.title.empty() || (view->WantsCaption() && !part.control->Caption().empty());
+  if (!has_words) return nullptr;
   auto* label = new QLabel(&form_);
   label->setObjectName("caption");
   label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-  view->SetCaptionLabel(label);
+  view->SetCaptionLabel(label, ToQt(part.title));
   return label;
 }
 
@@ -154,13 +156,13 @@ QWidget* Builder::BuildFields(const Layout& part) {
     }
     QWidget* editor = Build(rest);
     if (!editor) continue;
+    if (caption && pair > 0) caption->setContentsMargins(metrics::kGap * 2, 0, 0, 0);
     if (caption) grid->addWidget(caption, row, pair);
     grid->addWidget(editor, row, pair + 1);
     if (ShareOf(inner, Qt::Vertical) > 0) grid->setRowStretch(row, 1);
   }
   for (int column = 0; column < columns; ++column) {
     grid->setColumnStretch(column * 2 + 1, 1);
-    if (column > 0) grid->setColumnMinimumWidth(column * 2, metrics::kGap * 6);
   }
   ApplySize(*widget, part);
   return widget;
@@ -215,7 +217,8 @@ QWidget* Builder::Build(const Layout& part) {
 
 void BuildLayout(FormWidget& form, const Layout& arrangement) {
   auto* box = new QVBoxLayout(&form);
-  box->setContentsMargins(metrics::kMargin, metrics::kMargin, metrics::kMargin, metrics::kMargin);
+  const int margin = form.form()->Kind() == WindowKind::kDialog ? metrics::kDialogMargin : metrics::kMargin;
+  box->setContentsMargins(margin, margin, margin, margin);
   if (QWidget* widget = Builder(form).Build(arrangement)) box->addWidget(widget);
 }
 

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QImage>
 #include <QPainter>
+#include <algorithm>
 
 #include "desktop/themes.h"
 
@@ -11,6 +12,7 @@ namespace {
 
 constexpr int kTitleHeight = 30;
 constexpr int kMargin = 12;
+constexpr int kShadow = 8;
 
 bool HasTitle(const QWidget& window) {
   return window.windowType() == Qt::Window || window.windowType() == Qt::Dialog;
@@ -36,6 +38,11 @@ std::vector<QWidget*> Visible(const std::vector<QPointer<QWidget>>& windows) {
 
 void DrawFrame(QPainter& painter, const QWidget& window, const QRect& place, bool in_front) {
   const Theme& theme = CurrentTheme();
+  for (int spread = kShadow; spread > 0; --spread) {
+    painter.setPen(QPen(QColor(0, 0, 0, 5), 1));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(place.adjusted(-spread, 2 - spread, spread - 1, 1 + spread), spread, spread);
+  }
   painter.setPen(QPen(theme.field_line, 1));
   painter.setBrush(theme.chrome);
   painter.drawRect(place.adjusted(0, 0, -1, -1));
@@ -64,9 +71,10 @@ bool SavePictureOfDesktop(const std::vector<QPointer<QWidget>>& windows, const Q
   QPainter painter(&picture);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.translate(-room.topLeft());
+  const auto front = std::find_if(visible.rbegin(), visible.rend(), [](QWidget* each) { return HasTitle(*each); });
   for (QWidget* window : visible) {
     painter.setFont(QApplication::font());
-    if (HasTitle(*window)) DrawFrame(painter, *window, Framed(*window), window->isActiveWindow());
+    if (HasTitle(*window)) DrawFrame(painter, *window, Framed(*window), front != visible.rend() && window == *front);
     painter.drawPixmap(window->mapToGlobal(QPoint(0, 0)), window->grab());
   }
   painter.end();

@@ -170,7 +170,8 @@ void QtDesktop::ShowDialog(FormWidget& widget, bool modal) {
     QWidget* owner = modal ? Front() : main_;
     if (owner != &widget) widget.setParent(owner, Qt::Dialog | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
     widget.setWindowModality(modal ? Qt::ApplicationModal : Qt::NonModal);
-    widget.adjustSize();
+    widget.ensurePolished();
+    widget.resize(widget.sizeHint().boundedTo(widget.screen()->availableSize()));
     CentreOver(widget, Front());
   }
   Raise(widget);
@@ -233,7 +234,9 @@ void QtDesktop::ArrangeChildren(Arrangement arrangement) {
 }
 
 void QtDesktop::DoEvents() {
+  const bool outer = std::exchange(catching_up_, true);
   QCoreApplication::processEvents();
+  catching_up_ = outer;
   if (guard_.HasEnded()) throw ProcessEnded{};
 }
 

@@ -27,6 +27,8 @@ class QtDesktop : public Desktop, public DesktopProbe {
   void Enter(const std::function<void()>& entry) { guard_.Enter(entry); }
   /// Handles the operator's input until EndProcess.
   void Run() { guard_.Run(); }
+  /// Within DoEvents: a handler goes on as soon as what is pending has been done.
+  bool IsCatchingUp() const { return catching_up_; }
   bool HasEnded() const { return guard_.HasEnded(); }
 
   Answer MsgBox(const Box& box) override;
@@ -84,6 +86,7 @@ class QtDesktop : public Desktop, public DesktopProbe {
   PopUpQuestion* pop_up_question_ = nullptr;
   QString skin_;
   int theme_ = 1;
+  bool catching_up_ = false;
 };
 
 }  // namespace luming

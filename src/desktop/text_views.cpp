@@ -11,6 +11,7 @@
 #include "desktop/field_view.h"
 #include "desktop/form_widget.h"
 #include "desktop/key_codes.h"
+#include "desktop/metrics.h"
 #include "desktop/qt_text.h"
 
 namespace luming {
@@ -41,6 +42,7 @@ class LineView final : public TypedView<TextBox> {
  public:
   LineView(FormWidget& host, TextBox& control) : TypedView(host, control), edit_(new QLineEdit(&host)) {
     const TextOptions& options = control.Options();
+    edit_->setTextMargins(metrics::kTextMargin, 0, metrics::kTextMargin, 0);
     if (options.masked) edit_->setEchoMode(QLineEdit::Password);
     edit_->setAttribute(Qt::WA_InputMethodEnabled, options.ime != Ime::kOff && !options.masked);
     QObject::connect(edit_, &QLineEdit::textEdited, edit_, [this](const QString& text) { Edited(text); });
@@ -139,6 +141,7 @@ class DateView final : public TypedView<DateBox> {
   DateView(FormWidget& host, DateBox& control) : TypedView(host, control), edit_(new QDateEdit(&host)) {
     edit_->setDisplayFormat("yyyy-MM-dd");
     edit_->setCalendarPopup(true);
+    edit_->setMinimumHeight(metrics::kEditorHeight);
     edit_->calendarWidget()->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     edit_->calendarWidget()->setGridVisible(false);
     edit_->setAttribute(Qt::WA_InputMethodEnabled, false);

@@ -5,12 +5,15 @@
 #include <QPainter>
 #include <QTabBar>
 
+#include "desktop/glyphs.h"
 #include "desktop/qt_text.h"
 #include "desktop/themes.h"
 #include "screen/forms.h"
 
 namespace luming {
 namespace {
+
+constexpr int kMarkSize = 160;
 
 /// A child window whose closing is the form's to decide.
 class ChildFrame final : public QMdiSubWindow {
@@ -40,7 +43,6 @@ Workspace::Workspace(QWidget* parent) : QMdiArea(parent) {
   setDocumentMode(true);
   setTabsMovable(true);
   setTabsClosable(true);
-  setOption(DontMaximizeSubWindowOnActivation);
   UseTabs();
   connect(this, &QMdiArea::subWindowActivated, this, [this](QMdiSubWindow* frame) {
     FormWidget* child = ChildOf(frame);
@@ -76,7 +78,11 @@ void Workspace::ShowChild(FormWidget& child) {
     frame->setWindowIcon(QIcon());
   }
   child.show();
-  frame->show();
+  if (viewMode() == TabbedView) {
+    frame->showMaximized();
+  } else {
+    frame->show();
+  }
   setActiveSubWindow(frame);
   child.RestoreFocus();
 }
@@ -93,7 +99,10 @@ QMdiSubWindow* Workspace::TakeOut(FormWidget& child) {
 
 void Workspace::MaximiseChild(FormWidget& child) {
   UseTabs();
-  if (QMdiSubWindow* frame = FrameOf(child)) setActiveSubWindow(frame);
+  QMdiSubWindow* frame = FrameOf(child);
+  if (!frame) return;
+  setActiveSubWindow(frame);
+  frame->showMaximized();
 }
 
 void Workspace::Arrange(Arrangement arrangement) {
@@ -166,7 +175,13 @@ void Workspace::paintEvent(QPaintEvent*) {
   QPainter painter(viewport());
   const QRect room = viewport()->rect();
   painter.fillRect(room, CurrentTheme().chrome_deep);
-  if (picture_.isNull()) return;
+  if (picture_.isNull()) {
+    QRect mark(0, 0, kMarkSize, kMarkSize);
+    mark.moveCenter(room.center());
+    painter.setOpacity(0.12);
+    glyphs::OfProgram().paint(&painter, mark);
+    return;
+  }
   painter.setRenderHint(QPainter::SmoothPixmapTransform);
   const QSize size = picture_.size().scaled(room.size(), Qt::KeepAspectRatioByExpanding);
   QRect place({}, size);
