@@ -169,7 +169,7 @@ void MakeApplicationDirectory(const StoreRequest& request, const Clock& clock) {
     Fill(staging.Path(), request, clock);
     staging.TakePlace();
   } catch (const fs::filesystem_error& error) {
-    throw Failure(failure::kFileAccess, std::string("无法写入目录：") + error.what());
+    throw Failure(failure::kFileAccess, "无法写入目录：" + error.path1().string());
   }
 }
 

@@ -50,7 +50,7 @@ TableFile ReadTableFile(const std::filesystem::path& file) {
   }
   table.rows.reserve(lines.size() - 1);
   for (std::size_t i = 1; i < lines.size(); ++i) {
-    std::vector<std::string> fields = Split(lines[i], "\t");
+    std::vector<std::string> fields = lines[i].empty() ? std::vector<std::string>{""} : Split(lines[i], "\t");
     if (fields.size() != table.columns.size()) {
       throw Damaged(
           file, i + 1,
