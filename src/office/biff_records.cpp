@@ -1,0 +1,57 @@
+#include "office/biff_records.h"
+
+#include <bit>
+
+#include "util/text.h"
+
+namespace luming {
+
+std::u16string ToUtf16(std::string_view utf8) {
+  std::u16string units;
+  for (std::size_t position = 0; position < utf8.size();) {
+    const char32_t c = NextCodePoint(utf8, position);
+    if (c < 0x10000) {
+      units.push_back(static_cast<char16_t>(c));
+    } else {
+      units.push_back(static_cast<char16_t>(0xD800 + ((c - 0x10000) >> 10)));
+      units.push_back(static_cast<char16_t>(0xDC00 + ((c - 0x10000) & 0x3FF)));
+    }
+  }
+  return units;
+}
+
+BiffBytes& BiffBytes::Double(double value) {
+  return Put(std::bit_cast<std::uint64_t>(value));
+}
+
+BiffBytes& BiffBytes::ShortText(std::string_view utf8) {
+  const std::u16string units = ToUtf16(utf8);
+  U8(static_cast<unsigned>(units.size())).U8(1);
+  for (const char16_t unit : units) U16(unit);
+  return *this;
+}
+
+BiffBytes& BiffBytes::LongText(std::string_view utf8) {
+  const std::u16string units = ToUtf16(utf8);
+  U16(static_cast<unsigned>(units.size())).U8(1);
+  for (const char16_t unit : units) U16(unit);
+  return *this;
+}
+
+BiffBytes& BiffBytes::Zeros(std::size_t count) {
+  bytes_.append(count, '\0');
+  return *this;
+}
+
+void BiffStream::Record(std::uint16_t id, std::string_view body) {
+  BiffBytes head;
+  head.U16(id).U16(static_cast<unsigned>(body.size()));
+  bytes_ += head.bytes();
+  bytes_ += body;
+}
+
+void BiffStream::Patch(std::size_t position, std::uint32_t value) {
+  bytes_.replace(position, sizeof value, BiffBytes().U32(value).bytes());
+}
+
+}  // namespace luming
