@@ -1,15 +1,26 @@
 #pragma once
 
+#include "office/find_office.h"
+#include "platform/printing.h"
 #include "platform/workbook.h"
 
 namespace luming {
 
-/// Writes workbooks itself; fills and prints templates through an office program of its own, which is started with the
-/// first template and ends with this object. Without such a program only templates fail.
+/// Writes workbooks itself; fills and prints each template through an office program of its own. Without such a program
+/// only templates fail.
 class OfficeWorkbooks : public Workbooks {
  public:
+  /// @param printing prints and previews filled templates; outlives this
+  /// @param office directory of the office program
+  explicit OfficeWorkbooks(Printing& printing, std::filesystem::path office = FindOffice())
+      : printing_(printing), office_(std::move(office)) {}
+
   void Save(const std::filesystem::path& file, const Sheet& sheet, const Progress& progress) override;
   std::unique_ptr<Workbook> Open(const std::filesystem::path& file, const std::string& title) override;
+
+ private:
+  Printing& printing_;
+  std::filesystem::path office_;
 };
 
 }  // namespace luming

@@ -7,6 +7,12 @@
 
 namespace luming {
 
+/// Page foot with page numbers, in the codes that both formats share, and the page margins in inches.
+inline constexpr const char* kPageNumbers = "&C第 &P 页  共 &N 页";
+inline constexpr double kSideMargin = 0.4;
+inline constexpr double kEndMargin = 0.6;
+inline constexpr double kFootMargin = 0.3;
+
 /// What a file format can hold.
 struct SheetLimits {
   std::size_t rows;

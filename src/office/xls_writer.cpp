@@ -43,10 +43,13 @@ class SheetWriter {
   void WritePage() {
     constexpr unsigned kFitToPage = 0x0100, kUsual = 0x04C1, kA4 = 9, kPortrait = 0x0002;
     stream_.Record(0x0081, BiffBytes().U16(kUsual | kFitToPage));
+    if (sheet_.page_numbers) stream_.Record(0x0015, BiffBytes().LongText(kPageNumbers));
     stream_.Record(0x0083, BiffBytes().U16(1));  // centred across the page
+    for (const std::uint16_t side : {0x0026, 0x0027}) stream_.Record(side, BiffBytes().Double(kSideMargin));
+    for (const std::uint16_t end : {0x0028, 0x0029}) stream_.Record(end, BiffBytes().Double(kEndMargin));
     BiffBytes setup;
     setup.U16(kA4).U16(100).U16(1).U16(1).U16(0).U16(sheet_.landscape ? 0 : kPortrait).U16(600).U16(600);
-    setup.Double(0.3).Double(0.3).U16(1);
+    setup.Double(kFootMargin).Double(kFootMargin).U16(1);
     stream_.Record(0x00A1, setup);
   }
 

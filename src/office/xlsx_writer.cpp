@@ -91,6 +91,8 @@ class SheetWriter {
     if (sheet_.landscape) worksheet_set_landscape(out_);
     worksheet_fit_to_pages(out_, 1, 0);
     worksheet_center_horizontally(out_);
+    worksheet_set_margins(out_, kSideMargin, kSideMargin, kEndMargin, kEndMargin);
+    if (sheet_.page_numbers) worksheet_set_footer(out_, kPageNumbers);
     if (sheet_.frozen_rows > 0) worksheet_freeze_panes(out_, static_cast<lxw_row_t>(sheet_.frozen_rows), 0);
     for (std::size_t col = 0; col < sheet_.columns.size(); ++col) {
       constexpr double kWidest = 255;

@@ -62,8 +62,8 @@ struct PrintJob {
 /// A document that is laid out already.
 struct PrintDocument {
   std::string title;
-  std::filesystem::path pdf;      ///< read before the call returns
-  std::vector<std::string> text;  ///< the same for scripts, one text a page
+  std::filesystem::path pdf;  ///< read before the call returns
+  std::string text;           ///< what stands in it, for scripts
 };
 
 /// Printer and preview. Calls return when the pages are laid out; a preview stays open beside the screens. All

@@ -60,6 +60,7 @@ struct Sheet {
   std::map<int, double> row_heights;  ///< row from 1, height in points; the others choose by their font
   int frozen_rows = 0;                ///< stay in view while the rest scrolls
   bool landscape = false;             ///< paper is A4; all columns are fitted to its width
+  bool page_numbers = false;          ///< "第 n 页 共 m 页" at the foot
 
   int AddStyle(const SheetStyle& style);  ///< its index; an equal one is used again
 };

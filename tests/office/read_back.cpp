@@ -24,6 +24,13 @@ std::string Output(const std::string& command, int& status) {
 
 }  // namespace
 
+std::string CommandOutput(const std::string& command) {
+  int status = 0;
+  std::string output = Output(command, status);
+  if (status != 0) throw std::runtime_error(command + " failed: " + output);
+  return output;
+}
+
 std::vector<std::string> ReadBack(const std::string& reader, const std::filesystem::path& file) {
   int status = 0;
   const std::string output =

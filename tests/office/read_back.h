@@ -9,6 +9,9 @@ namespace luming {
 /// Lines that read_workbook.py tells of a file; "failed: …" when the reader could not read it.
 std::vector<std::string> ReadBack(const std::string& reader, const std::filesystem::path& file);
 
+/// What a command writes; throws when it fails.
+std::string CommandOutput(const std::string& command);
+
 /// A directory of its own, gone with the object.
 class TestDirectory {
  public:

@@ -3,6 +3,7 @@
 #include <fstream>
 
 #include "office/office_workbooks.h"
+#include "office/pdf_keeper.h"
 #include "office/read_back.h"
 #include "util/failure.h"
 #include "util/number_text.h"
@@ -11,6 +12,12 @@
 
 namespace luming {
 namespace {
+
+/// Writing needs neither printer nor office program.
+OfficeWorkbooks Written() {
+  static PdfKeeper printing;
+  return OfficeWorkbooks(printing, {});
+}
 
 /// How a reader tells a text of several lines.
 std::string Told(std::string text) {
@@ -91,7 +98,7 @@ TEST(WorkbookFiles, TwoReadersOfEachFormatFindWhatWasWritten) {
   for (const Reader& reader : kReaders) {
     SCOPED_TRACE(std::string(reader.name) + reader.suffix);
     const auto file = directory / (std::string("导出") + reader.suffix);
-    OfficeWorkbooks().Save(file, sheet, {});
+    Written().Save(file, sheet, {});
     const std::vector<std::string> lines = ReadBack(reader.name, file);
     EXPECT_EQ(OfKind(lines, "sheet"), std::vector<std::string>{"sheet\t药品目录"});
     EXPECT_EQ(OfKind(lines, "hidden"), std::vector<std::string>{"hidden\t3"});
@@ -116,14 +123,14 @@ TEST(WorkbookFiles, TextsOfAllLengthsCrossTheRecordsOfTheTable) {
   for (const Reader& reader : kReaders) {
     SCOPED_TRACE(std::string(reader.name) + reader.suffix);
     const auto file = directory / (std::string("long") + reader.suffix);
-    OfficeWorkbooks().Save(file, sheet, {});
+    Written().Save(file, sheet, {});
     EXPECT_TRUE(OfKind(ReadBack(reader.name, file), "cell") == Expected(sheet, reader.formulas));
   }
 }
 
 TEST(WorkbookFiles, WhatAFormatCannotHoldIsRefusedAndLeavesNothing) {
   const TestDirectory directory;
-  OfficeWorkbooks workbooks;
+  OfficeWorkbooks workbooks = Written();
   const auto refusal = [&](const std::string& name, const Sheet& sheet) -> std::string {
     try {
       workbooks.Save(directory / name, sheet, {});
@@ -159,7 +166,7 @@ TEST(WorkbookFiles, AnOldFileStaysWholeWhenTheNewOneFails) {
     std::ofstream(directory / name) << "old";
     Sheet wordy;
     wordy.rows.push_back({{std::string(40000, 'x'), 0}});
-    EXPECT_THROW(OfficeWorkbooks().Save(directory / name, wordy, {}), Failure);
+    EXPECT_THROW(Written().Save(directory / name, wordy, {}), Failure);
     EXPECT_EQ(ReadWholeFile(directory / name), "old");
   }
   EXPECT_EQ(directory.Names().size(), 2u);
@@ -172,7 +179,7 @@ TEST(WorkbookFiles, ProgressReachesTheLastRow) {
   for (const char* name : {"p.xls", "p.xlsx"}) {
     int told = 0;
     int last = 0;
-    OfficeWorkbooks().Save(directory / name, sheet, [&](int done, int total) {
+    Written().Save(directory / name, sheet, [&](int done, int total) {
       EXPECT_GT(done, last);
       EXPECT_EQ(total, 250);
       last = done;
@@ -187,7 +194,7 @@ TEST(WorkbookFiles, EmptySheetsOpen) {
   const TestDirectory directory;
   for (const Reader& reader : {kReaders[0], kReaders[2]}) {
     const auto file = directory / (std::string("empty") + reader.suffix);
-    OfficeWorkbooks().Save(file, {}, {});
+    Written().Save(file, {}, {});
     EXPECT_EQ(ReadBack(reader.name, file), std::vector<std::string>{"sheet\tSheet1"}) << reader.name;
   }
 }
