@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <cstdlib>
 #include <stdexcept>
 
 #include "util/text.h"
@@ -41,20 +40,9 @@ std::vector<std::string> ReadBack(const std::string& reader, const std::filesyst
   return lines;
 }
 
-TestDirectory::TestDirectory() {
-  std::string name = (std::filesystem::temp_directory_path() / "office-test-XXXXXX").string();
-  if (!mkdtemp(name.data())) throw std::runtime_error("cannot make " + name);
-  path_ = name;
-}
-
-TestDirectory::~TestDirectory() {
-  std::error_code ignored;
-  std::filesystem::remove_all(path_, ignored);
-}
-
-std::vector<std::string> TestDirectory::Names() const {
+std::vector<std::string> NamesIn(const std::filesystem::path& directory) {
   std::vector<std::string> names;
-  for (const auto& entry : std::filesystem::directory_iterator(path_)) names.push_back(entry.path().filename());
+  for (const auto& entry : std::filesystem::directory_iterator(directory)) names.push_back(entry.path().filename());
   std::ranges::sort(names);
   return names;
 }

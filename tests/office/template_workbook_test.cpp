@@ -6,6 +6,7 @@
 #include "office/office_workbooks.h"
 #include "office/pdf_keeper.h"
 #include "office/read_back.h"
+#include "support/temp_directory.h"
 #include "util/failure.h"
 #include "util/text.h"
 #include "util/whole_file.h"
@@ -18,12 +19,12 @@ std::string OfficeProcesses() {
   return CommandOutput("pgrep -P " + std::to_string(getpid()) + " soffice.bin || true");
 }
 std::string ScratchLeftovers() {
-  return CommandOutput("find \"$TMPDIR\" -name 'luming-*'; find /tmp -maxdepth 1 -name 'OSL_PIPE*_luming-*' || true");
+  return CommandOutput("find \"$TMPDIR\" -mindepth 1 -name 'luming-*'; find /tmp -maxdepth 1 -name 'OSL_PIPE*_luming-*' || true");
 }
 
 class TemplateWorkbooks : public testing::Test {
  protected:
-  void SetUp() override { setenv("TMPDIR", directory.path().c_str(), 1); }
+  void SetUp() override { setenv("TMPDIR", directory.Path().c_str(), 1); }
   void TearDown() override { unsetenv("TMPDIR"); }
 
   std::filesystem::path Template() {
@@ -50,7 +51,7 @@ class TemplateWorkbooks : public testing::Test {
     return "";
   }
 
-  TestDirectory directory;
+  TempDirectory directory;
   PdfKeeper printing;
   OfficeWorkbooks workbooks{printing};
 };

@@ -5,6 +5,7 @@
 #include "office/office_workbooks.h"
 #include "office/pdf_keeper.h"
 #include "office/read_back.h"
+#include "support/temp_directory.h"
 #include "util/failure.h"
 #include "util/number_text.h"
 #include "util/text.h"
@@ -93,7 +94,7 @@ constexpr Reader kReaders[] = {
     {"xlrd", ".xls", false}, {"office", ".xls", true}, {"openpyxl", ".xlsx", true}, {"office", ".XLSX", true}};
 
 TEST(WorkbookFiles, TwoReadersOfEachFormatFindWhatWasWritten) {
-  const TestDirectory directory;
+  const TempDirectory directory;
   const Sheet sheet = VariedSheet();
   for (const Reader& reader : kReaders) {
     SCOPED_TRACE(std::string(reader.name) + reader.suffix);
@@ -108,7 +109,7 @@ TEST(WorkbookFiles, TwoReadersOfEachFormatFindWhatWasWritten) {
 }
 
 TEST(WorkbookFiles, TextsOfAllLengthsCrossTheRecordsOfTheTable) {
-  const TestDirectory directory;
+  const TempDirectory directory;
   Sheet sheet;
   sheet.columns.resize(2);
   // Lengths that let every part of a text, and the two halves of a sign, meet the end of a record.
@@ -129,7 +130,7 @@ TEST(WorkbookFiles, TextsOfAllLengthsCrossTheRecordsOfTheTable) {
 }
 
 TEST(WorkbookFiles, WhatAFormatCannotHoldIsRefusedAndLeavesNothing) {
-  const TestDirectory directory;
+  const TempDirectory directory;
   OfficeWorkbooks workbooks = Written();
   const auto refusal = [&](const std::string& name, const Sheet& sheet) -> std::string {
     try {
@@ -157,11 +158,11 @@ TEST(WorkbookFiles, WhatAFormatCannotHoldIsRefusedAndLeavesNothing) {
   EXPECT_NE(refusal("wordy.xlsx", wordy).find("32767"), std::string::npos);
 
   EXPECT_NE(refusal("no/such/dir.xls", {}).find("没有这个目录"), std::string::npos);
-  EXPECT_EQ(directory.Names(), (std::vector<std::string>{"high.xlsx", "just.xls"}));
+  EXPECT_EQ(NamesIn(directory.Path()), (std::vector<std::string>{"high.xlsx", "just.xls"}));
 }
 
 TEST(WorkbookFiles, AnOldFileStaysWholeWhenTheNewOneFails) {
-  const TestDirectory directory;
+  const TempDirectory directory;
   for (const char* name : {"a.xls", "a.xlsx"}) {
     std::ofstream(directory / name) << "old";
     Sheet wordy;
@@ -169,11 +170,11 @@ TEST(WorkbookFiles, AnOldFileStaysWholeWhenTheNewOneFails) {
     EXPECT_THROW(Written().Save(directory / name, wordy, {}), Failure);
     EXPECT_EQ(ReadWholeFile(directory / name), "old");
   }
-  EXPECT_EQ(directory.Names().size(), 2u);
+  EXPECT_EQ(NamesIn(directory.Path()).size(), 2u);
 }
 
 TEST(WorkbookFiles, ProgressReachesTheLastRow) {
-  const TestDirectory directory;
+  const TempDirectory directory;
   Sheet sheet;
   sheet.rows.resize(250, {{"x", 0}});
   for (const char* name : {"p.xls", "p.xlsx"}) {
@@ -191,7 +192,7 @@ TEST(WorkbookFiles, ProgressReachesTheLastRow) {
 }
 
 TEST(WorkbookFiles, EmptySheetsOpen) {
-  const TestDirectory directory;
+  const TempDirectory directory;
   for (const Reader& reader : {kReaders[0], kReaders[2]}) {
     const auto file = directory / (std::string("empty") + reader.suffix);
     Written().Save(file, {}, {});
