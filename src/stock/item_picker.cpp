@@ -5,6 +5,7 @@
 
 #include "frame/gateway.h"
 #include "output/spread_moud.h"
+#include "stock/stock_column.h"
 #include "util/text.h"
 
 namespace luming {
@@ -36,7 +37,7 @@ std::vector<std::string> ModeItems() {
 
 std::vector<GridColumn> GridColumns(const std::vector<PickerColumn>& columns) {
   std::vector<GridColumn> made;
-  for (const PickerColumn& column : columns) made.emplace_back(column.caption);
+  for (const PickerColumn& column : columns) made.push_back(StockColumn(column.caption));
   return made;
 }
 

@@ -5,6 +5,7 @@
 
 #include "frame/gateway.h"
 #include "output/spread_moud.h"
+#include "stock/stock_column.h"
 
 namespace luming {
 
@@ -14,7 +15,7 @@ std::vector<GridColumn> GridColumns(const LineGridSettings& settings) {
   std::vector<GridColumn> columns;
   for (const char* caption : settings.captions) {
     const int number = static_cast<int>(columns.size()) + 1;
-    GridColumn column(caption);
+    GridColumn column = StockColumn(caption);
     column.locked = std::ranges::find(settings.typed, number) == settings.typed.end();
     columns.push_back(std::move(column));
   }
