@@ -58,8 +58,8 @@ void password::TestUserPassword(const std::string& name, const std::string& type
       Combo1.SetFocus();
       return;
     }
-    const Recordset user =
-        app_.Cn->Execute("select * from userdb where username like'" + name + "' and password like '" + stripped + "'");
+    const Recordset user = app_.Cn->Execute("select * from userdb where username like '" + name +
+                                            "' and password like '" + stripped + "'");
     if (user.RecordCount() == 0) {
       RefusePassword();
       return;

@@ -120,7 +120,7 @@ TEST_F(LoginTest, UnitOfAnOperatorIsTakenOnlyWhenItIsTheOnlyOne) {
 TEST_F(LoginTest, NullsInTheOperatorsRowStopTheLogin) {
   const std::vector<std::string> columns = {"username", "group_name", "IME", "SearchType"};
   const auto answer = [&](FakeStore::Row row) {
-    store.Answer("select * from userdb where username like'张三' and password like '1234'", columns, {std::move(row)});
+    store.Answer("select * from userdb where username like '张三' and password like '1234'", columns, {std::move(row)});
   };
   for (const FakeStore::Row& row : {FakeStore::Row{TextValue("张三"), Value(), NumberValue(1), TextValue("a")},
                                     FakeStore::Row{TextValue("张三"), TextValue("药库"), Value(), TextValue("a")},

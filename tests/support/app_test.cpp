@@ -50,9 +50,9 @@ void AppTest::PrepareLogin(const std::vector<std::pair<std::string, bool>>& righ
   store.Answer("select * from userdb ", columns, {user("张三"), user("李四")});
   store.Answer("SELECT top 1 GETDATE() FROM sysobjects", {""}, {{Value(DateTime(2026, 3, 1, 10, 2, 30))}});
   for (const std::string name : {"张三", "李四"}) {
-    store.Answer("select * from userdb where username like'" + name + "' and password like '1234'", columns,
+    store.Answer("select * from userdb where username like '" + name + "' and password like '1234'", columns,
                  {user(name)});
-    store.Answer("select * from userdb where username like'" + name + "' and password like 'no'", columns, {});
+    store.Answer("select * from userdb where username like '" + name + "' and password like 'no'", columns, {});
     store.Answer("select SQBH from Yf_sq where username like'" + name + "'", {"SQBH"}, {{TextValue("SQ01")}});
   }
   std::vector<FakeStore::Row> rows;
