@@ -8,6 +8,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/composition.h"
@@ -69,28 +70,33 @@ class ScriptRunner {
 
   int Run(const std::filesystem::path& script) {
     driver_.ReadFile(script);
-    AskForTurn();
-    desktop_.Run();
-    while (driver_.Step()) {
-      // What a script still looks at when the process has ended needs no window.
+    while (!finished_) {
+      desktop_.StartAnew();  // a script goes on when the process has ended, and may start the next
+      AskForTurn();
+      desktop_.Run();
     }
     return driver_.ExitCode();
   }
 
  private:
   void AskForTurn() {
+    if (std::exchange(asked_, true)) return;
     QTimer::singleShot(0, qApp, [this] { TakeTurn(); });
   }
   void TakeTurn() {
+    asked_ = false;
     desktop_.Enter([this] {
       AskForTurn();
-      if (desktop_.IsCatchingUp()) return;
-      if (!driver_.Step()) desktop_.EndProcess();
+      if (desktop_.IsCatchingUp() || driver_.Step()) return;
+      finished_ = true;
+      desktop_.EndProcess();
     });
   }
 
   QtDesktop& desktop_;
   ScriptDriver driver_;
+  bool asked_ = false;
+  bool finished_ = false;
 };
 
 int RunProgram(const Options& options) {

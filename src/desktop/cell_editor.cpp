@@ -108,7 +108,10 @@ bool CellEditor::KeyPressed(const QKeyEvent& event) {
       on_key(event);
       return true;
     default:
-      return false;
+      if (event.key() < Qt::Key_F1 || event.key() > Qt::Key_F12) return false;
+      Commit();
+      on_key(event);
+      return true;
   }
 }
 

@@ -26,6 +26,8 @@ class ModelGuard {
   /// Handles input until the process ends.
   void Run();
   void EndProcess();
+  /// Lets a process start after the last one has ended.
+  void StartAnew() { ended_ = false; }
   bool HasEnded() const { return ended_; }
 
   /// Destroys the window once no handler of a screen is running any more: one of its events may be what runs it.

@@ -16,6 +16,7 @@
 #include "desktop/picture_of_desktop.h"
 #include "desktop/qt_text.h"
 #include "desktop/themes.h"
+#include "screen/forms.h"
 #include "screen/main_frame.h"
 #include "util/text.h"
 
@@ -73,6 +74,8 @@ QtDesktop::~QtDesktop() {
 }
 
 QWidget* QtDesktop::Front() const {
+  QWidget* active = QApplication::activeWindow();
+  if (active && std::ranges::count(stack_, active, &QPointer<QWidget>::data) > 0) return active;
   for (auto at = stack_.rbegin(); at != stack_.rend(); ++at) {
     if (*at && (*at)->isVisible()) return *at;
   }
@@ -150,18 +153,25 @@ FormWidget& QtDesktop::WidgetOf(Form& form) {
 void QtDesktop::Show(Form& form) {
   if (form.Kind() == WindowKind::kMain) {
     Window& window = WindowOf(form);
-    if (!window.main) {
-      window.main = new MainWindow(static_cast<MainFrame&>(form), guard_);
-      main_ = window.main;
-      CentreOver(*main_, nullptr);
-    }
+    if (!window.main) OpenMain(static_cast<MainFrame&>(form));
     return Raise(*main_);
   }
   FormWidget& widget = WidgetOf(form);
-  if (form.Kind() == WindowKind::kChild && main_ && !WindowOf(form).waiting) {
+  const bool modal = WindowOf(form).waiting != nullptr;
+  if (form.Kind() != WindowKind::kChild || modal) {
+    ShowDialog(widget, modal);
+  } else if (main_) {
     main_->workspace().ShowChild(widget);
-  } else {
-    ShowDialog(widget, WindowOf(form).waiting != nullptr);
+  }
+}
+
+void QtDesktop::OpenMain(MainFrame& frame) {
+  main_ = new MainWindow(frame, guard_);
+  WindowOf(frame).main = main_;
+  CentreOver(*main_, nullptr);
+  // Children that the main window opened while it was loading have waited for their place.
+  for (Form* form : std::vector<Form*>(frame.Registry().Shown())) {
+    if (form->Kind() == WindowKind::kChild) main_->workspace().ShowChild(WidgetOf(*form));
   }
 }
 

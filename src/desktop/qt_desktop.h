@@ -13,6 +13,7 @@ namespace luming {
 
 class BoxWindow;
 class FormWidget;
+class MainFrame;
 class MainWindow;
 
 /// The operator's desktop drawn with Qt Widgets. Needs a QApplication.
@@ -27,6 +28,8 @@ class QtDesktop : public Desktop, public DesktopProbe {
   void Enter(const std::function<void()>& entry) { guard_.Enter(entry); }
   /// Handles the operator's input until EndProcess.
   void Run() { guard_.Run(); }
+  /// Lets a process start after the last one has ended.
+  void StartAnew() { guard_.StartAnew(); }
   /// Within DoEvents: a handler goes on as soon as what is pending has been done.
   bool IsCatchingUp() const { return catching_up_; }
   bool HasEnded() const { return guard_.HasEnded(); }
@@ -63,6 +66,7 @@ class QtDesktop : public Desktop, public DesktopProbe {
   Window& WindowOf(Form& form);
   FormWidget& WidgetOf(Form& form);
   QWidget* Front() const;
+  void OpenMain(MainFrame& frame);
   void ShowDialog(FormWidget& widget, bool modal);
   void Raise(QWidget& window);
   void LeaveModal(Window& window);
