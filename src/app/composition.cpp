@@ -33,7 +33,8 @@ Program::Program(Desktop& desktop, Printing& printing, Machine machine, const st
       printing_(printing),
       devices_(MakeDevices(machine, clock_)),
       workbooks_(std::make_unique<NoWorkbooks>()),
-      home_(WithoutTrailingSlash(home)) {}
+      home_(WithoutTrailingSlash(home)),
+      remembers_statements_(machine == Machine::kUntouched) {}
 
 Program::Program(Desktop& desktop, Machine machine, const std::filesystem::path& home)
     : Program(desktop, NoPrinter::Instance(), machine, home) {}
@@ -95,7 +96,7 @@ std::unique_ptr<Connection> NewConnection(const std::filesystem::path& home, con
 }
 
 void Program::Record(const TracedStatement& statement) {
-  statements_.push_back(statement);
+  if (remembers_statements_) statements_.push_back(statement);
   if (trace_file_.empty()) return;
   std::ofstream(trace_file_, std::ios::app)
       << statement.took.count() << " us\t" << statement.rows << " rows\t" << statement.sql

@@ -26,7 +26,7 @@ class ProgramClock : public Clock {
 };
 
 /// Whether the program may touch the machine it runs on: set its clock, start other programs, ask the network. Scripts
-/// and tests leave it untouched.
+/// and tests leave it untouched, and only for them the statements sent are remembered.
 enum class Machine { kReal, kUntouched };
 
 /// Ties desktop, devices, clock, application directory, connections and command table into one running program.
@@ -68,6 +68,7 @@ class Program : public ScriptHost {
   std::unique_ptr<Workbooks> workbooks_;
   std::filesystem::path home_;
   std::filesystem::path trace_file_;
+  const bool remembers_statements_;
   std::vector<TracedStatement> statements_;
   std::unique_ptr<Connection> beside_;
   std::unique_ptr<AppContext> context_;
