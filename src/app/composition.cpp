@@ -10,6 +10,7 @@
 #include "frame/mainfrm.h"
 #include "frame/startup.h"
 #include "localdb/local_connection.h"
+#include "office/office_workbooks.h"
 #include "platform/tracing_connection.h"
 
 namespace luming {
@@ -32,7 +33,7 @@ Program::Program(Desktop& desktop, Printing& printing, Machine machine, const st
     : desktop_(desktop),
       printing_(printing),
       devices_(MakeDevices(machine, clock_)),
-      workbooks_(std::make_unique<NoWorkbooks>()),
+      workbooks_(std::make_unique<OfficeWorkbooks>(printing)),
       home_(WithoutTrailingSlash(home)),
       remembers_statements_(machine == Machine::kUntouched) {}
 

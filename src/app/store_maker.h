@@ -13,7 +13,7 @@ struct StoreRequest {
   std::filesystem::path directory;      ///< missing or empty; comes into being whole or not at all
   std::filesystem::path data;           ///< with schema.sql, procedures.sql, seed/ and demo/
   bool demo = false;                    ///< with the demonstration drugs, operators and opening stock
-  std::optional<std::string> password;  ///< of the operator 管理员; the seed's own when there is none
+  std::optional<std::string> password = {};  ///< of the operator 管理员; the seed's own when there is none
 };
 
 /// Makes an application directory ready to start: the embedded store with its seed, the connection file and the
