@@ -46,8 +46,8 @@ QString CaptionOf(Answer answer) {
 
 }  // namespace
 
-BoxWindow::BoxWindow(const Box& box, QWidget* parent)
-    : QWidget(parent, Qt::Dialog | Qt::WindowTitleHint | Qt::WindowCloseButtonHint | Qt::CustomizeWindowHint),
+BoxWindow::BoxWindow(const Box& box)
+    : QWidget(nullptr, Qt::Dialog | Qt::WindowTitleHint | Qt::WindowCloseButtonHint | Qt::CustomizeWindowHint),
       box_(box),
       offered_(AnswersOf(box.style)) {
   setObjectName("box");

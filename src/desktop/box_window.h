@@ -13,8 +13,7 @@ namespace luming {
 /// A message box: text, icon and one to three buttons that answer by mouse, Enter, Esc or letter.
 class BoxWindow final : public QWidget {
  public:
-  /// @param parent the window it stands over; may be null
-  BoxWindow(const Box& box, QWidget* parent);
+  explicit BoxWindow(const Box& box);
 
   /// Leaves the loop with an answer, when it is one that the box offers.
   void Reply(Answer answer);

@@ -6,6 +6,7 @@
 #include <QFileDialog>
 #include <QMenu>
 #include <QScreen>
+#include <QWindow>
 #include <algorithm>
 
 #include "desktop/box_window.h"
@@ -30,6 +31,12 @@ void CentreOver(QWidget& window, const QWidget* below) {
   if (place.bottom() > room.bottom()) place.moveBottom(room.bottom());
   place.moveTop(std::max(place.top(), room.top()));
   window.move(place.topLeft());
+}
+
+/// The window stays in front of the other without belonging to it, so that each can go first.
+void KeepAbove(QWidget& window, const QWidget* below) {
+  window.winId();  // makes the window's handle
+  window.windowHandle()->setTransientParent(below ? below->windowHandle() : nullptr);
 }
 
 void FillMenu(QMenu& menu, const std::vector<MenuEntry>& entries) {
@@ -75,7 +82,7 @@ QtDesktop::~QtDesktop() {
 
 QWidget* QtDesktop::Front() const {
   QWidget* active = QApplication::activeWindow();
-  if (active && std::ranges::count(stack_, active, &QPointer<QWidget>::data) > 0) return active;
+  if (active && active->isVisible() && std::ranges::count(stack_, active, &QPointer<QWidget>::data) > 0) return active;
   for (auto at = stack_.rbegin(); at != stack_.rend(); ++at) {
     if (*at && (*at)->isVisible()) return *at;
   }
@@ -91,7 +98,8 @@ void QtDesktop::Raise(QWidget& window) {
 }
 
 Answer QtDesktop::MsgBox(const Box& box) {
-  BoxWindow window(box, Front());
+  BoxWindow window(box);
+  KeepAbove(window, Front());
   window.adjustSize();
   CentreOver(window, Front());
   boxes_.push_back(&window);
@@ -107,7 +115,7 @@ Answer QtDesktop::MsgBox(const Box& box) {
 std::optional<std::string> QtDesktop::ChooseFile(const FileRequest& request) {
   FileQuestion question;
   question.request = request;
-  QFileDialog dialog(Front(), ToQt(request.title), ToQt(request.directory.string()));
+  QFileDialog dialog(nullptr, ToQt(request.title), ToQt(request.directory.string()));
   dialog.setOption(QFileDialog::DontUseNativeDialog, QGuiApplication::platformName() == "offscreen");
   dialog.setAcceptMode(request.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
   dialog.setFileMode(request.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
@@ -119,7 +127,8 @@ std::optional<std::string> QtDesktop::ChooseFile(const FileRequest& request) {
     question.loop.exit();
   });
   const Slot slot(file_question_, question);
-  dialog.open();
+  dialog.setWindowModality(Qt::ApplicationModal);
+  KeepAbove(dialog, Front());
   Raise(dialog);
   guard_.Wait(question.loop);
   return question.answer;
@@ -178,7 +187,8 @@ void QtDesktop::OpenMain(MainFrame& frame) {
 void QtDesktop::ShowDialog(FormWidget& widget, bool modal) {
   if (!widget.isVisible()) {
     QWidget* owner = modal ? Front() : main_;
-    if (owner != &widget) widget.setParent(owner, Qt::Dialog | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
+    widget.setWindowFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
+    KeepAbove(widget, owner);
     widget.setWindowModality(modal ? Qt::ApplicationModal : Qt::NonModal);
     widget.ensurePolished();
     widget.resize(widget.sizeHint().boundedTo(widget.screen()->availableSize()));
