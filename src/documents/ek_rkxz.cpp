@@ -1,8 +1,8 @@
 #include "documents/ek_rkxz.h"
 
+#include "documents/entry_dialog.h"
 #include "documents/receipt_columns.h"
 #include "screen/messages.h"
-#include "stock/entry_dialog.h"
 #include "util/date_text.h"
 #include "util/number_text.h"
 #include "util/text.h"

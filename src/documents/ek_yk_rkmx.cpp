@@ -1,6 +1,7 @@
 #include "documents/ek_yk_rkmx.h"
 
 #include "documents/ek_rkxz.h"
+#include "documents/entry_dialog.h"
 #include "documents/receipt_columns.h"
 #include "frame/command_table.h"
 #include "frame/gateway.h"
@@ -9,7 +10,6 @@
 #include "screen/messages.h"
 #include "stock/batch_stock.h"
 #include "stock/document_numbers.h"
-#include "stock/entry_dialog.h"
 #include "stock/movement_log.h"
 #include "util/date_text.h"
 #include "util/number_text.h"

@@ -1,4 +1,4 @@
-#include "stock/entry_dialog.h"
+#include "documents/entry_dialog.h"
 
 #include "util/number_text.h"
 
