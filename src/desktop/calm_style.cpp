@@ -6,6 +6,7 @@
 #include <QStyleOption>
 #include <algorithm>
 
+#include "desktop/glyphs.h"
 #include "desktop/metrics.h"
 #include "desktop/themes.h"
 
@@ -106,6 +107,11 @@ QSize CalmStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
     size.setHeight(std::max(metrics::kEditorHeight, contents.height() + 8));
   }
   return size;
+}
+
+QIcon CalmStyle::standardIcon(StandardPixmap standard, const QStyleOption* option, const QWidget* widget) const {
+  if (standard == SP_TitleBarMenuButton) return glyphs::OfProgram();
+  return QProxyStyle::standardIcon(standard, option, widget);
 }
 
 int CalmStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {

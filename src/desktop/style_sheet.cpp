@@ -84,6 +84,7 @@ QScrollBar::handle:horizontal { min-width: 28px; }
 QScrollBar::handle:hover { background: @muted; }
 QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }
 QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }
+QAbstractScrollArea::corner { background: @window; border: none; }
 QToolTip { background: @base; color: @text; border: 1px solid @field_line; padding: 3px; }
 QCalendarWidget QAbstractItemView { selection-background-color: @accent; selection-color: @accent_text; }
 QCalendarWidget QWidget#qt_calendar_navigationbar { background: @chrome; }
