@@ -86,7 +86,6 @@ class NoteForm {
   Sheet sheet_;
 };
 
-constexpr SheetAlign kLeft = SheetAlign::kLeft;
 constexpr SheetAlign kRight = SheetAlign::kRight;
 constexpr SheetAlign kCentre = SheetAlign::kCentre;
 
