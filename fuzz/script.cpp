@@ -1,8 +1,7 @@
-#include "script/script_driver.h"
-
 #include <cstdint>
 
 #include "demand.h"
+#include "script/script_driver.h"
 #include "util/text.h"
 
 using namespace luming;

@@ -146,10 +146,9 @@ bool Form::UserKey(KeyEvent event) {
     default_took_it = event.handled;
   }
   if (unloaded_ || focus_moves_ != moves) return true;
-  if (walk && !default_took_it) {
-    WalkOn();
-    return true;
-  }
+  const bool in_grid = target && target->Kind() == ControlKind::kGrid;  // keeps Tab and so Enter to itself
+  if (walk && !default_took_it && !in_grid) WalkOn();
+  if (walk) return true;
   if (!event.handled) DefaultFormKey(event);
   return event.handled;
 }

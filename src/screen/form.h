@@ -120,7 +120,8 @@ class Form {
 };
 
 /// Enter acts as Tab: for key code 13 the form walks to the next tab stop once the key's handlers are through, unless
-/// one of them moved the focus itself. A combo box reached so drops its list down; a text box has its text selected.
+/// one of them moved the focus itself or took the key. A combo box reached so drops its list down; a text box has its
+/// text selected. A grid uses Tab and so Enter for itself: the focus stays in it.
 void SendTab(Form& form, int key_code);
 
 }  // namespace luming

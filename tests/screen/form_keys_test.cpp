@@ -119,10 +119,22 @@ TEST_F(FormKeysTest, WalkPastTheLastFieldOnlyStartsOver) {
   form.accept.SetEnabled(false);
   form.cancel.SetEnabled(false);
   form.first.SetEnabled(false);
-  form.grid.SetFocus();
+  form.grid.SetEnabled(false);
+  form.second.SetFocus();
   Press(key::kEnter);
   EXPECT_TRUE(form.list.HasFocus());
   EXPECT_FALSE(form.list.ListIsOpen());
+}
+
+TEST_F(FormKeysTest, EnterInAGridStaysThereUnlessItsHandlerLeaves) {
+  EnterWalks();
+  form.grid.SetFocus();
+  form.TakeLog();
+  EXPECT_TRUE(Press(key::kEnter));
+  EXPECT_EQ(form.TakeLog(), (Log{"grid:13"}));
+  form.on_key = [this](KeyEvent&) { form.second.SetFocus(); };
+  Press(key::kEnter);
+  EXPECT_TRUE(form.second.HasFocus());
 }
 
 TEST_F(FormKeysTest, AHandlerThatMovesTheFocusOrClosesTheFormStopsTheWalk) {
