@@ -110,8 +110,20 @@ QSize CalmStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
 }
 
 QIcon CalmStyle::standardIcon(StandardPixmap standard, const QStyleOption* option, const QWidget* widget) const {
-  if (standard == SP_TitleBarMenuButton) return glyphs::OfProgram();
-  return QProxyStyle::standardIcon(standard, option, widget);
+  switch (standard) {
+    case SP_TitleBarMenuButton:
+      return glyphs::OfProgram();
+    case SP_ArrowLeft:
+    case SP_ArrowBack:
+      return glyphs::Arrow(glyphs::Direction::kLeft);
+    case SP_ArrowRight:
+    case SP_ArrowForward:
+      return glyphs::Arrow(glyphs::Direction::kRight);
+    case SP_FileDialogToParent:
+      return glyphs::Arrow(glyphs::Direction::kUp);
+    default:
+      return QProxyStyle::standardIcon(standard, option, widget);
+  }
 }
 
 int CalmStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {

@@ -84,7 +84,8 @@ bool CellEditor::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::KeyPress) return KeyPressed(*static_cast<QKeyEvent*>(event));
   if (event->type() == QEvent::FocusOut) {
     const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
-    if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason) Commit();
+    const bool opens_list = list_ && list_->view()->isVisible();
+    if (!opens_list && reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason) Commit();
   }
   return false;
 }

@@ -167,6 +167,17 @@ void Edit(QPainter& painter) {
   Lines(painter, {{4, 20}, {5.2, 15.2}, {16.5, 4}, {20, 7.5}, {8.8, 18.8}, {4, 20}});
 }
 
+void LeftArrow(QPainter& painter) {
+  Lines(painter, {{14.5, 6}, {8.5, 12}, {14.5, 18}});
+}
+void RightArrow(QPainter& painter) {
+  Lines(painter, {{9.5, 6}, {15.5, 12}, {9.5, 18}});
+}
+void UpArrow(QPainter& painter) {
+  painter.drawLine(QPointF(12, 5), QPointF(12, 19));
+  Lines(painter, {{6.5, 10.5}, {12, 5}, {17.5, 10.5}});
+}
+
 void Disc(QPainter& painter, QColor colour) {
   painter.setPen(Qt::NoPen);
   painter.setBrush(colour);
@@ -275,6 +286,18 @@ QIcon ForBoxStyle(int style) {
     default:
       return {};
   }
+}
+
+QIcon Arrow(Direction direction) {
+  switch (direction) {
+    case Direction::kLeft:
+      return Make(LeftArrow);
+    case Direction::kRight:
+      return Make(RightArrow);
+    case Direction::kUp:
+      break;
+  }
+  return Make(UpArrow);
 }
 
 QIcon OfProgram() {

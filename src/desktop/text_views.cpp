@@ -136,6 +136,8 @@ class MemoView final : public TypedView<TextBox> {
   QPlainTextEdit* edit_;
 };
 
+constexpr QSize kCalendarSize{290, 240};
+
 class DateView final : public TypedView<DateBox> {
  public:
   DateView(FormWidget& host, DateBox& control) : TypedView(host, control), edit_(new QDateEdit(&host)) {
@@ -144,6 +146,7 @@ class DateView final : public TypedView<DateBox> {
     edit_->setMinimumHeight(metrics::kEditorHeight);
     edit_->calendarWidget()->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     edit_->calendarWidget()->setGridVisible(false);
+    edit_->calendarWidget()->setMinimumSize(kCalendarSize);
     edit_->setAttribute(Qt::WA_InputMethodEnabled, false);
     QObject::connect(edit_, &QDateEdit::dateChanged, edit_, [this](const QDate& date) {
       host_.Enter([&](Form&) {

@@ -1,4 +1,7 @@
+#include <QComboBox>
+#include <QHeaderView>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <QTableView>
@@ -14,15 +17,23 @@ class GridForm : public Form {
   static constexpr const char* kName = "GridForm";
   explicit GridForm(Forms& forms) : Form(forms, kName, "表格", WindowKind::kDialog) {
     fpSpread1.change.Connect(this, &GridForm::Changed);
+    fpSpread1.click.Connect([this](int row, int col) { told += "c" + At(row, col); });
+    fpSpread1.double_click.Connect([this](int row, int col) { told += "d" + At(row, col); });
+    fpSpread1.right_click.Connect([this](int row, int col) { told += "r" + At(row, col); });
+    fpSpread1.header_click.Connect([this](int col) { told += "h" + std::to_string(col) + " "; });
   }
-  Grid fpSpread1{this, "fpSpread1", {"编码", "品名", GridColumn::Locked("金额"), GridColumn::Hidden("备用")}};
+  Grid fpSpread1{
+      this, "fpSpread1", {"编码", "品名", GridColumn::Locked("金额"), GridColumn::Hidden("备用"), "停用", "单位"}};
   Layout Arrange() const override { return Layout(fpSpread1).Width(90).Height(20); }
 
   void Changed(int row, int col) {
     ++changes;
     fpSpread1.SetText(row, 3, fpSpread1.Text(row, col) + "0");
   }
+  static std::string At(int row, int col) { return std::to_string(row) + "," + std::to_string(col) + " "; }
+
   int changes = 0;
+  std::string told;
 };
 
 class CountingPainter : public QStyledItemDelegate {
@@ -50,6 +61,15 @@ class GridViewTest : public DesktopTest {
       rows.AppendRow({Value(std::int64_t{row}), Value("药品" + std::to_string(row))});
     }
     form.fpSpread1.Fill(std::move(rows), {{"YPBM"}, {"YPMC"}});
+  }
+  void Mouse(QTableView* pane, QEvent::Type type, int row, int col, Qt::MouseButton button = Qt::LeftButton) {
+    const QPointF at = pane->visualRect(pane->model()->index(row - 1, col - 1)).center();
+    QMouseEvent event(type, at, pane->viewport()->mapToGlobal(at), button, button, Qt::NoModifier);
+    QCoreApplication::sendEvent(pane->viewport(), &event);
+  }
+  void Click(QTableView* pane, int row, int col) {
+    Mouse(pane, QEvent::MouseButtonPress, row, col);
+    Mouse(pane, QEvent::MouseButtonRelease, row, col);
   }
   QLineEdit* Editor() const { return table->findChild<QLineEdit*>("cellEditor"); }
 
@@ -98,6 +118,50 @@ TEST_F(GridViewTest, KeysMoveTheActiveCellIntoView) {
   EXPECT_EQ(table->rowAt(0), 10);
   table->verticalScrollBar()->setValue(20);
   EXPECT_EQ(form.fpSpread1.TopRow(), 21);
+}
+
+TEST_F(GridViewTest, TellsTheMouseAlsoOnFrozenColumns) {
+  form.fpSpread1.SetFrozenCols(1);
+  form.fpSpread1.SetLocked(-1, -1, -1, true);
+  Settle();
+  Click(table, 2, 2);
+  EXPECT_EQ(form.fpSpread1.ActiveRow(), 2);
+  EXPECT_EQ(form.fpSpread1.ActiveCol(), 2);
+  Mouse(table, QEvent::MouseButtonDblClick, 2, 2);
+  Mouse(table, QEvent::MouseButtonPress, 3, 2, Qt::RightButton);
+  auto* frozen = table->findChild<QTableView*>("frozen");
+  ASSERT_TRUE(frozen->isVisible());
+  Click(frozen, 1, 1);
+  emit table->horizontalHeader()->sectionClicked(2);
+  EXPECT_EQ(form.told, "c2,2 d2,2 r3,2 c1,1 h3 ");
+  EXPECT_EQ(frozen->columnWidth(0), table->columnWidth(0));
+}
+
+TEST_F(GridViewTest, ChecksTurnAndListsOpen) {
+  form.fpSpread1.SetKind(-1, 5, CellKind::kCheck);
+  form.fpSpread1.SetKind(-1, 6, CellKind::kCombo);
+  form.fpSpread1.SetComboItems(-1, 6, {"盒", "瓶"});
+  Settle();
+  Click(table, 1, 5);
+  EXPECT_EQ(form.fpSpread1.Text(1, 5), "1");
+  Press(table, Qt::Key_Space, " ");
+  EXPECT_EQ(form.fpSpread1.Text(1, 5), "0");
+
+  Mouse(table, QEvent::MouseButtonDblClick, 1, 6);
+  auto* list = table->findChild<QComboBox*>("cellEditor");
+  ASSERT_NE(list, nullptr);
+  list->setCurrentIndex(1);
+  emit list->activated(1);
+  EXPECT_EQ(form.fpSpread1.Text(1, 6), "瓶");
+}
+
+TEST_F(GridViewTest, SpansCoverTheirCells) {
+  form.fpSpread1.SetSpan(3, 1, 1, 3);
+  Settle();
+  EXPECT_EQ(table->columnSpan(2, 0), 3);
+  form.fpSpread1.SetSpan(3, 1, 1, 1);
+  Settle();
+  EXPECT_EQ(table->columnSpan(2, 0), 1);
 }
 
 TEST_F(GridViewTest, PaintsOnlyWhatIsSeenOfManyRows) {
