@@ -10,8 +10,9 @@ bool IsSingleByte(std::string_view character) {
   return character.size() == 1;
 }
 
+/// @param query   up to the character
 /// @param letters how many characters of the stored code count
-std::string PhoneticCode(AppContext& app, std::string_view text, const std::string& column, std::size_t letters) {
+std::string PhoneticCode(AppContext& app, std::string_view text, const std::string& query, std::size_t letters) {
   try {
     std::string code;
     for (const std::string& character : Characters(Trim(Replace(text, " ", "")))) {
@@ -20,7 +21,7 @@ std::string PhoneticCode(AppContext& app, std::string_view text, const std::stri
         continue;
       }
       if (!app.Cn) throw StandardFailure(failure::kBadConnection);
-      const Recordset found = app.Cn->Execute("SELECT " + column + " FROM GY_HZBM WHERE HZ='" + character + "'");
+      const Recordset found = app.Cn->Execute(query + character + "'");
       if (found.RecordCount() > 0) code += Left(found.Field(0).TextOrEmpty(), letters);
     }
     return code;
@@ -32,11 +33,11 @@ std::string PhoneticCode(AppContext& app, std::string_view text, const std::stri
 }  // namespace
 
 std::string GetPYDM(AppContext& app, std::string_view text) {
-  return PhoneticCode(app, text, "PY", std::string::npos);
+  return PhoneticCode(app, text, "SELECT PY FROM GY_HZBM WHERE HZ='", std::string::npos);
 }
 
 std::string GetWBDM(AppContext& app, std::string_view text) {
-  return PhoneticCode(app, text, "WB", 1);
+  return PhoneticCode(app, text, "SELECT WB FROM GY_HZBM WHERE HZ='", 1);
 }
 
 }  // namespace luming

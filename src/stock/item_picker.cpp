@@ -165,7 +165,7 @@ void ItemPicker::AwaitNext() {
 }
 
 Layout ItemPicker::SearchLine() const {
-  return Row({Layout(PM).Stretch(1), Layout(CXFS).Width(10), Layout(SFLB).Width(12), KCXS});
+  return Row({Layout(PM).Stretch(1), Layout(SFLB).Width(12), Layout(CXFS).Width(10), KCXS});
 }
 
 Layout ItemPicker::Arrange() const {
