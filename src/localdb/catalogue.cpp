@@ -76,39 +76,51 @@ void Catalogue::Load(sqlite3* store) {
         auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(raw, i));
         return std::string(bytes ? bytes : "");
       };
-      LoadObject(sqlite3_column_int64(raw, 0), text(1), text(2));
+      try {
+        Define(sqlite3_column_int64(raw, 0), text(2));
+      } catch (const SqlError&) {
+        throw SqlError(native::kDamaged, text(1));
+      }
     }
   }
   if (result == SQLITE_BUSY || result == SQLITE_LOCKED) throw SqlError(native::kLockTimeout);
   if (result != SQLITE_DONE) throw SqlError(native::kDamaged, sqlite3_errmsg(store));
-  version_ = ReadNumber(store, "SELECT catalogue_version FROM \"luming$state\"");
+  ReadVersion(store);
   AddSystemTables(*this);
 }
 
-void Catalogue::LoadObject(std::int64_t id, std::string_view type, std::string source) {
-  try {
-    auto script = std::make_unique<Script>(std::move(source));
-    script->statements = Parser(script->lexed).ParseBatch();
-    auto& node = script->statements.at(0)->node;
-    if (auto* create = std::get_if<CreateTableStatement>(&node)) {
-      auto table = MakeTable(create->name, create->definition, script->lexed);
-      table->id = id;
-      AddTable(std::move(table));
-    } else if (auto* alter = std::get_if<AlterTableStatement>(&node)) {
-      ExtendTable(*tables_.at(alter->name), alter->added, script->lexed);
-    } else if (auto* index = std::get_if<CreateIndexStatement>(&node)) {
-      tables_.at(index->table)->keys.push_back(MakeKey(*index));
-    } else if (auto* create_procedure = std::get_if<CreateProcedureStatement>(&node)) {
-      auto procedure = std::make_shared<Procedure>();
-      procedure->name = create_procedure->name;
-      procedure->id = id;
-      procedure->script = std::move(script);
-      AddProcedure(std::move(procedure));
-    }
-  } catch (const SqlError&) {
-    throw SqlError(native::kDamaged, type);
-  } catch (const std::out_of_range&) {
-    throw SqlError(native::kDamaged, type);
+void Catalogue::ReadVersion(sqlite3* store) {
+  version_ = ReadNumber(store, "SELECT catalogue_version FROM \"luming$state\"");
+}
+
+void Catalogue::RemoveKey(std::string_view table, std::string_view key) {
+  std::erase_if(tables_.find(table)->second->keys, [&](const Key& k) { return EqualsIgnoreCase(k.name, key); });
+}
+
+void Catalogue::Define(std::int64_t id, std::string source) {
+  auto script = std::make_unique<Script>(std::move(source));
+  script->statements = Parser(script->lexed).ParseBatch();
+  if (script->statements.size() != 1) throw SqlError(native::kSyntax, script->text);
+  const auto& node = script->statements[0]->node;
+  auto known = [&](const std::string& name) -> Table& {
+    auto found = tables_.find(name);
+    if (found == tables_.end()) throw SqlError(native::kMissingObject, name);
+    return *found->second;
+  };
+  if (auto* create = std::get_if<CreateTableStatement>(&node)) {
+    auto table = MakeTable(create->name, create->definition, script->lexed);
+    table->id = id;
+    AddTable(std::move(table));
+  } else if (auto* alter = std::get_if<AlterTableStatement>(&node)) {
+    ExtendTable(known(alter->name), alter->added, script->lexed);
+  } else if (auto* index = std::get_if<CreateIndexStatement>(&node)) {
+    known(index->table).keys.push_back(MakeKey(*index));
+  } else if (auto* create_procedure = std::get_if<CreateProcedureStatement>(&node)) {
+    auto procedure = std::make_shared<Procedure>();
+    procedure->name = create_procedure->name;
+    procedure->id = id;
+    procedure->script = std::move(script);
+    AddProcedure(std::move(procedure));
   }
 }
 

@@ -78,10 +78,14 @@ class Catalogue {
 
   void AddTable(std::unique_ptr<Table> table);
   void AddProcedure(std::shared_ptr<const Procedure> procedure);
+  /// Takes up what one defining text says: a table, a change of a table, an index, a procedure.
+  void Define(std::int64_t id, std::string source);
+  void RemoveTable(std::string_view name) { tables_.erase(tables_.find(name)); }
+  void RemoveProcedure(std::string_view name) { procedures_.erase(procedures_.find(name)); }
+  void RemoveKey(std::string_view table, std::string_view key);
+  void ReadVersion(sqlite3* store);
 
  private:
-  void LoadObject(std::int64_t id, std::string_view type, std::string source);
-
   NameMap<std::unique_ptr<Table>> tables_;
   NameMap<std::shared_ptr<const Procedure>> procedures_;
   std::int64_t version_ = 0;

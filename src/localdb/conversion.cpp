@@ -1,6 +1,7 @@
 #include "localdb/conversion.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -121,10 +122,19 @@ double ToDouble(const Datum& value) {
   return std::get<double>(value);
 }
 
+double PowerOfTen(int exponent) {
+  static const std::array<double, 39> powers = [] {
+    std::array<double, 39> table{};
+    for (std::size_t i = 0; i < table.size(); ++i) table[i] = std::pow(10.0, static_cast<double>(i));
+    return table;
+  }();
+  return powers[static_cast<std::size_t>(std::clamp(exponent, 0, 38))];
+}
+
 Datum ToDecimal(const Datum& value, const SqlType& to) {
   auto* text = std::get_if<std::string>(&value);
   double number = RoundToScale(text ? TextToDecimal(*text, to) : ToDouble(value), to.scale);
-  if (!(std::abs(number) < std::pow(10.0, to.precision - to.scale))) {
+  if (!(std::abs(number) < PowerOfTen(to.precision - to.scale))) {
     throw SqlError(native::kOverflow, PlainText(value), TypeName(to.kind));
   }
   return number;
@@ -211,15 +221,13 @@ Datum DateToNumber(const std::string& canonical) {
 }  // namespace
 
 double RoundToScale(double value, int scale) {
-  static constexpr double kPowers[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                       1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
   double size = std::abs(value);
   int places = std::clamp(scale, 0, 15);
   // A double has no more than 15 digits that count.
-  while (places > 0 && size * kPowers[places] >= 1e15) --places;
-  double scaled = size * kPowers[places];
+  while (places > 0 && size * PowerOfTen(places) >= 1e15) --places;
+  double scaled = size * PowerOfTen(places);
   if (!(scaled < 9e15)) return value;
-  double rounded = std::floor(scaled * (1 + 4e-16) + 0.5) / kPowers[places];
+  double rounded = std::floor(scaled * (1 + 4e-16) + 0.5) / PowerOfTen(places);
   return rounded == 0 ? 0.0 : std::copysign(rounded, value);
 }
 

@@ -159,6 +159,22 @@ std::string Print(const char* format, auto... values) {
   return std::string(buffer, static_cast<std::size_t>(length));
 }
 
+// Every date of a statement goes through here, so it is written without a format.
+std::string CanonicalText(const DateParts& parts) {
+  std::string text = "0000-00-00 00:00:00.000";
+  auto put = [&](std::size_t end, int value) {
+    for (; value > 0; value /= 10) text[end--] = static_cast<char>('0' + value % 10);
+  };
+  put(3, parts.year);
+  put(6, parts.month);
+  put(9, parts.day);
+  put(12, parts.hour);
+  put(15, parts.minute);
+  put(18, parts.second);
+  put(22, parts.millisecond);
+  return text;
+}
+
 std::string ClockText(const DateTime& m) {
   return Print("%02d:%02d:%02d", m.Hour(), m.Minute(), m.Second());
 }
@@ -175,13 +191,11 @@ std::string CanonicalDate(std::string_view text) {
   if (!ReadDateAndTime(text, parts)) throw SqlError(native::kDate, text);
   bool time = parts.hour < 24 && parts.minute < 60 && parts.second < 60;
   if (!time || !IsCivilDate(parts.year, parts.month, parts.day)) throw SqlError(native::kDateRange, text);
-  return Print("%04d-%02d-%02d %02d:%02d:%02d.%03d", parts.year, parts.month, parts.day, parts.hour, parts.minute,
-               parts.second, parts.millisecond);
+  return CanonicalText(parts);
 }
 
 std::string CanonicalDate(const DateTime& m) {
-  return Print("%04d-%02d-%02d %02d:%02d:%02d.%03d", m.Year(), m.Month(), m.Day(), m.Hour(), m.Minute(), m.Second(),
-               m.Millisecond());
+  return CanonicalText({m.Year(), m.Month(), m.Day(), m.Hour(), m.Minute(), m.Second(), m.Millisecond()});
 }
 
 DateTime FromCanonicalDate(std::string_view canonical) {

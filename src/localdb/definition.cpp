@@ -148,12 +148,14 @@ void Definer::Whole(Change change) {
     }
     throw;
   }
-  catalogue_.Load(store_);
+  catalogue_.ReadVersion(store_);
 }
 
-void Definer::Record(std::string_view type, std::string_view name, std::string_view parent, std::string_view source) {
+std::int64_t Definer::Record(std::string_view type, std::string_view name, std::string_view parent,
+                             std::string_view source) {
   RunBound(store_, "INSERT INTO \"luming$objects\"(type, name, parent, source) VALUES(?, ?, ?, ?)",
            {type, name, parent, source});
+  return sqlite3_last_insert_rowid(store_);
 }
 
 void Definer::Erase(std::string_view condition, std::string_view name) {
@@ -178,8 +180,9 @@ void Definer::CreateTable(const CreateTableStatement& create, const LexedText& l
                "INSERT INTO sqlite_sequence(name, seq) VALUES(?, " + std::to_string(identity->identity_seed - 1) + ")",
                {table->name});
     }
-    Record("U", table->name, "", source);
+    table->id = Record("U", table->name, "", source);
   });
+  catalogue_.AddTable(std::move(table));
 }
 
 void Definer::AlterTable(const AlterTableStatement& alter, const LexedText& lexed, std::string_view source) {
@@ -205,6 +208,7 @@ void Definer::AlterTable(const AlterTableStatement& alter, const LexedText& lexe
     }
     Record("A", "", extended.name, source);
   });
+  catalogue_.AddTable(std::make_unique<Table>(std::move(extended)));
 }
 
 void Definer::CreateIndex(const CreateIndexStatement& create, std::string_view source) {
@@ -223,46 +227,60 @@ void Definer::CreateIndex(const CreateIndexStatement& create, std::string_view s
         QuoteName(name) + "(" + columns + ")");
     Record("I", create.name, name, source);
   });
+  catalogue_.Define(0, std::string(source));
 }
 
 void Definer::CreateProcedure(const CreateProcedureStatement& create, std::string_view source) {
   auto old = catalogue_.FindProcedure(create.name);
   if (!old && catalogue_.FindObject(create.name) != 0) throw SqlError(native::kObjectExists, create.name);
   if (old && !create.alter) throw SqlError(native::kObjectExists, create.name);
+  std::int64_t id = 0;
   Whole([&] {
     if (old) Erase("type = 'P' AND name = ? COLLATE NOCASE", create.name);
-    Record("P", create.name, "", source);
+    id = Record("P", create.name, "", source);
   });
+  catalogue_.Define(id, std::string(source));
 }
 
 void Definer::Drop(ObjectKind kind, const std::string& name, bool if_exists) {
-  if (kind == ObjectKind::kProcedure) {
-    auto procedure = catalogue_.FindProcedure(name);
-    if (!procedure && if_exists) return;
-    if (!procedure) throw SqlError(native::kDropMissing, name);
-    return Whole([&] { Erase("type = 'P' AND name = ? COLLATE NOCASE", name); });
-  }
-  if (kind == ObjectKind::kTable) {
-    const Table* table = IsSystemTable(name) ? nullptr : catalogue_.FindTable(name);
-    if (!table && if_exists) return;
-    if (!table) throw SqlError(native::kDropMissing, name);
-    std::string quoted = QuoteName(table->name);
-    return Whole([&] {
-      Run("DROP TABLE " + quoted);
-      Erase("type = 'U' AND name = ?1 COLLATE NOCASE OR parent = ?1 COLLATE NOCASE", name);
-    });
-  }
-  for (const auto& [table_name, table] : catalogue_.tables()) {
-    for (const Key& key : table->keys) {
+  bool dropped = kind == ObjectKind::kTable       ? DropTable(name)
+                 : kind == ObjectKind::kProcedure ? DropProcedure(name)
+                                                  : DropIndex(name);
+  if (!dropped && !if_exists) throw SqlError(native::kDropMissing, name);
+}
+
+bool Definer::DropProcedure(const std::string& name) {
+  if (!catalogue_.FindProcedure(name)) return false;
+  Whole([&] { Erase("type = 'P' AND name = ? COLLATE NOCASE", name); });
+  catalogue_.RemoveProcedure(name);
+  return true;
+}
+
+bool Definer::DropTable(const std::string& name) {
+  const Table* table = IsSystemTable(name) ? nullptr : catalogue_.FindTable(name);
+  if (!table) return false;
+  Whole([&] {
+    Run("DROP TABLE " + QuoteName(table->name));
+    Erase("type = 'U' AND name = ?1 COLLATE NOCASE OR parent = ?1 COLLATE NOCASE", name);
+  });
+  catalogue_.RemoveTable(name);
+  return true;
+}
+
+bool Definer::DropIndex(const std::string& name) {
+  for (const auto& entry : catalogue_.tables()) {
+    const Table& table = *entry.second;
+    for (const Key& key : table.keys) {
       if (key.constraint || !EqualsIgnoreCase(key.name, name)) continue;
-      std::string index = IndexName(table->name, key.name);
-      return Whole([&] {
-        Run("DROP INDEX " + index);
+      Whole([&] {
+        Run("DROP INDEX " + IndexName(table.name, key.name));
         Erase("type = 'I' AND name = ? COLLATE NOCASE", name);
       });
+      catalogue_.RemoveKey(table.name, name);
+      return true;
     }
   }
-  if (!if_exists) throw SqlError(native::kDropMissing, name);
+  return false;
 }
 
 }  // namespace luming::localdb

@@ -39,7 +39,10 @@ class Definer {
 
  private:
   void Run(const std::string& sql);
-  void Record(std::string_view type, std::string_view name, std::string_view parent, std::string_view source);
+  bool DropTable(const std::string& name);
+  bool DropProcedure(const std::string& name);
+  bool DropIndex(const std::string& name);
+  std::int64_t Record(std::string_view type, std::string_view name, std::string_view parent, std::string_view source);
   void Erase(std::string_view condition, std::string_view name);
   template <typename Change>
   void Whole(Change change);

@@ -27,7 +27,7 @@ std::vector<Recordset> Interpreter::RunPlan(Plan& plan, const Bindings& bindings
     } else {
       RunChange(plan, bindings);
     }
-    session_.frame.Find("@@ERROR")->value = std::int64_t{0};
+    session_.error.value = std::int64_t{0};
   } catch (const SqlError& error) {
     HandleError(error);
     throw;
@@ -37,7 +37,7 @@ std::vector<Recordset> Interpreter::RunPlan(Plan& plan, const Bindings& bindings
 
 // What an error does to the transaction, whoever deals with it.
 void Interpreter::HandleError(const SqlError& error) {
-  session_.frame.Find("@@ERROR")->value = std::int64_t{error.native()};
+  session_.error.value = std::int64_t{error.native()};
   session_.transaction.CheckEngine();
   bool rolls_back = error.reach() == Reach::kTransaction || session_.xact_abort;
   if (rolls_back && session_.transaction.IsOpen()) session_.transaction.Rollback();
@@ -96,12 +96,12 @@ Interpreter::Flow Interpreter::RunNode(const Statement& statement, Body& body) {
   } else if (!std::holds_alternative<PrintStatement>(node) && !RunDefinition(statement, body)) {
     RunData(statement, body);
   }
-  session_.frame.Find("@@ERROR")->value = std::int64_t{0};
+  session_.error.value = std::int64_t{0};
   return Flow::kNext;
 }
 
 void Interpreter::SetRowCount(std::int64_t count) {
-  session_.frame.Find("@@ROWCOUNT")->value = count;
+  session_.row_count.value = count;
 }
 
 Interpreter::Flow Interpreter::RunIf(const IfStatement& choice, Body& body) {

@@ -23,6 +23,9 @@ struct Session {
   Catalogue catalogue;
   FunctionContext functions;
   Frame frame;  ///< @@variables and the temporary tables of the connection
+  Variable& row_count;
+  Variable& error;
+  Variable& identity;
   Executor executor;
   Transaction transaction;
   PlanCache plans;

@@ -85,7 +85,7 @@ void Interpreter::RunChange(Plan& plan, const Bindings& bindings) {
   if (refused) throw SqlError(native::kExplicitIdentity, plan.identity_table);
   SetRowCount(session_.executor.Change(Ready(plan), bindings));
   if (plan.sets_identity) {
-    session_.frame.Find("@@IDENTITY")->value = std::int64_t{sqlite3_last_insert_rowid(session_.store.get())};
+    session_.identity.value = std::int64_t{sqlite3_last_insert_rowid(session_.store.get())};
   }
 }
 

@@ -58,7 +58,6 @@ void LexedText::Lex(std::string_view text) {
   tokens_.clear();
   literals_.clear();
   key_.clear();
-  key_.reserve(text.size());
   std::size_t at = SkipBlanksAndComments(0);
   while (at < text_.size()) at = SkipBlanksAndComments(LexToken(at));
   Append(TokenKind::kEnd, text_.size(), text_.size());
@@ -66,11 +65,13 @@ void LexedText::Lex(std::string_view text) {
 
 std::size_t LexedText::SkipBlanksAndComments(std::size_t at) const {
   while (at < text_.size()) {
-    if (ClassOf(text_[at]) == kBlank) {
+    char c = text_[at];
+    char next = at + 1 < text_.size() ? text_[at + 1] : '\0';
+    if (ClassOf(c) == kBlank) {
       ++at;
-    } else if (text_.compare(at, 2, "--") == 0) {
+    } else if (c == '-' && next == '-') {
       at = std::min(text_.find('\n', at), text_.size());
-    } else if (text_.compare(at, 2, "/*") == 0) {
+    } else if (c == '/' && next == '*') {
       std::size_t end = text_.find("*/", at + 2);
       at = end == std::string_view::npos ? text_.size() : end + 2;
     } else {
@@ -143,12 +144,14 @@ std::size_t LexedText::LexNumber(std::size_t at) {
 
 std::size_t LexedText::LexSymbol(std::size_t at) {
   if (ClassOf(text_[at]) != kOperator) throw SqlError(native::kSyntax, text_.substr(at, 1));
-  static constexpr std::array<std::string_view, 10> kPairs = {"<>", "<=", ">=", "!=", "!<",
-                                                              "!>", "+=", "-=", "*=", "/="};
-  std::size_t size = 1;
-  for (std::string_view pair : kPairs) {
-    if (text_.compare(at, 2, pair) == 0) size = 2;
-  }
+  // <> <= >= != !< !> += -= *= /=
+  char c = text_[at];
+  char next = at + 1 < text_.size() ? text_[at + 1] : '\0';
+  bool comparison = c == '<' || c == '>' || c == '!';
+  bool compound = c == '+' || c == '-' || c == '*' || c == '/';
+  bool pair =
+      next == '=' ? comparison || compound : (c == '<' && next == '>') || (c == '!' && (next == '<' || next == '>'));
+  std::size_t size = pair ? 2 : 1;
   Append(TokenKind::kSymbol, at, at + size);
   return at + size;
 }

@@ -4,7 +4,12 @@
 namespace luming::localdb {
 
 Session::Session(StoreHandle handle, const Clock& clock, std::string database)
-    : store(std::move(handle)), executor(store.get(), functions), transaction(store.get(), frame) {
+    : store(std::move(handle)),
+      row_count(frame.Declare("@@ROWCOUNT", SqlType::Int())),
+      error(frame.Declare("@@ERROR", SqlType::Int())),
+      identity(frame.Declare("@@IDENTITY", SqlType::Decimal(38, 0))),
+      executor(store.get(), functions),
+      transaction(store.get(), frame) {
   functions.clock = &clock;
   functions.catalogue = &catalogue;
   functions.database = std::move(database);
@@ -12,10 +17,10 @@ Session::Session(StoreHandle handle, const Clock& clock, std::string database)
   RegisterFunctions(store.get(), functions);
   sqlite3_rollback_hook(
       store.get(), [](void* session) { static_cast<Session*>(session)->rolled_back = true; }, this);
-  for (const char* name : {"@@ROWCOUNT", "@@ERROR", "@@FETCH_STATUS", "@@SPID", "@@NESTLEVEL"}) {
+  row_count.value = error.value = std::int64_t{0};
+  for (const char* name : {"@@FETCH_STATUS", "@@SPID", "@@NESTLEVEL"}) {
     frame.Declare(name, SqlType::Int()).value = std::int64_t{0};
   }
-  frame.Declare("@@IDENTITY", SqlType::Decimal(38, 0));
   frame.Declare("@@VERSION", SqlType::Text(300)).value = "luming";
   frame.Declare("@@SERVERNAME", SqlType::Text(128)).value = "(localdb)";
   catalogue.Load(store.get());

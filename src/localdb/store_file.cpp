@@ -17,8 +17,9 @@ const char* const kNewStore[] = {
     "BEGIN IMMEDIATE",
     "PRAGMA application_id = 1280132162",
     "PRAGMA user_version = 1",
-    "CREATE TABLE \"luming$objects\"(id INTEGER PRIMARY KEY AUTOINCREMENT, type TEXT NOT NULL, name TEXT NOT NULL, "
-    "parent TEXT NOT NULL, source TEXT NOT NULL)",
+    R"(CREATE TABLE "luming$objects"(
+         id INTEGER PRIMARY KEY AUTOINCREMENT, type TEXT NOT NULL, name TEXT NOT NULL, parent TEXT NOT NULL,
+         source TEXT NOT NULL))",
     "CREATE TABLE \"luming$state\"(catalogue_version INTEGER NOT NULL)",
     "INSERT INTO \"luming$state\" VALUES(1)",
     "COMMIT",
