@@ -85,7 +85,7 @@ Forms* Program::OpenForms() {
 Recordset Program::RunBeside(std::string_view sql) {
   if (!beside_ || !beside_->IsOpen()) {
     beside_ = NewConnection(home_, clock_);
-    const bool connected = context_ && !context_->ConnStr.empty();
+    const bool connected = OpenForms() && !context_->ConnStr.empty();
     beside_->Open(connected ? context_->ConnStr : ConnectionFile(home_).Read(1));
   }
   return beside_->Execute(sql);

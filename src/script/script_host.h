@@ -31,7 +31,8 @@ class ScriptHost {
   /// The forms that exist; null before the start and after the end of the process.
   virtual Forms* OpenForms() = 0;
 
-  /// Runs a statement on the store beside the program: on a connection of its own, not traced.
+  /// Runs a statement beside the program, on the store that it is connected with, else on that of the connection file:
+  /// on a connection of its own, not traced.
   virtual Recordset RunBeside(std::string_view sql) = 0;
 
   /// What the program has sent since the last call of ForgetStatements, in order.
