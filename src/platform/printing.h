@@ -42,6 +42,7 @@ struct PrintGrid {
   std::vector<double> widths;                 ///< one for each column, in average characters; 0: by its contents
   std::vector<std::vector<PrintCell>> heads;  ///< header rows, repeated on every page
   std::vector<std::vector<PrintCell>> rows;
+  int leading = 0;       ///< so many columns stand again on pages that continue the columns
   int counted_rows = 0;  ///< rows without total and foot rows, stated on the last page
   bool lines = true;     ///< lines between the cells
   bool Option = false;   ///< always false
@@ -51,12 +52,12 @@ struct PrintGrid {
 struct PrintJob {
   int number = 0;  ///< its first setting
   std::string unit_name;
-  bool option = false;
+  bool option = false;  ///< always false
   std::string operator_name;
   std::string title;
   std::vector<PrintValue> values;
   std::vector<PrintItem> items;
-  std::vector<PrintGrid> grids;
+  PrintGrid grid;
 };
 
 /// A document that is laid out already.

@@ -83,6 +83,8 @@ class Grid : public Control {
   int ColumnWidth(int col) const;
   void SetFrozenCols(int cols);  ///< stay in view while the rest scrolls
   int FrozenCols() const;
+  void SetGridLines(bool on);  ///< whether lines stand between the cells when the grid is printed
+  bool GridLines() const;
   void SetGridColours(Colour back, Colour grey_area, Colour locked_text);
   Colour GridBack() const;
   Colour GreyArea() const;

@@ -76,6 +76,7 @@ struct Grid::Cells {
   int top_row = 1;
   bool row_mode = false;
   bool redraw = true;
+  bool grid_lines = true;
   Colour back = Control::kNoColour;
   Colour grey_area = Control::kNoColour;
   Colour locked_text = Control::kNoColour;

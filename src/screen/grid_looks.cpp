@@ -166,6 +166,14 @@ int Grid::FrozenCols() const {
   return std::min(cells_->frozen_cols, MaxCols());
 }
 
+void Grid::SetGridLines(bool on) {
+  cells_->grid_lines = on;
+}
+
+bool Grid::GridLines() const {
+  return cells_->grid_lines;
+}
+
 void Grid::SetGridColours(Colour back, Colour grey_area, Colour locked_text) {
   cells_->back = back;
   cells_->grey_area = grey_area;
