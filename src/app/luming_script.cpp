@@ -5,6 +5,7 @@
 
 #include "app/composition.h"
 #include "script/headless_desktop.h"
+#include "script/headless_printing.h"
 #include "script/script_driver.h"
 #include "util/failure.h"
 
@@ -49,7 +50,8 @@ Request ReadArguments(const std::vector<std::string>& arguments) {
 
 int RunScript(const Request& request, const std::filesystem::path& script) {
   HeadlessDesktop desktop;
-  Program program(desktop, Machine::kUntouched, request.home);
+  HeadlessPrinting printing;
+  Program program(desktop, printing, Machine::kUntouched, request.home);
   if (!request.trace.empty()) program.TraceTo(request.trace);
   ScriptDriver driver(desktop, program, std::cout, std::cerr);
   driver.ReadFile(script);
