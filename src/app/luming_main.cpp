@@ -13,6 +13,7 @@
 
 #include "app/composition.h"
 #include "desktop/qt_desktop.h"
+#include "desktop/qt_printing.h"
 #include "frame/gateway.h"
 #include "script/script_driver.h"
 
@@ -100,8 +101,10 @@ class ScriptRunner {
 };
 
 int RunProgram(const Options& options) {
+  const bool by_hand = options.script.empty();
   QtDesktop desktop;
-  Program program(desktop, options.script.empty() ? Machine::kReal : Machine::kUntouched,
+  QtPrinting printing(desktop, by_hand ? QtPrinting::Printer::kReal : QtPrinting::Printer::kNone);
+  Program program(desktop, printing, by_hand ? Machine::kReal : Machine::kUntouched,
                   options.home.empty() ? ProgramDirectory() : options.home);
   if (!options.trace.empty()) program.TraceTo(options.trace);
   if (!options.script.empty()) return ScriptRunner(desktop, program).Run(options.script);

@@ -39,8 +39,9 @@ int Flags(PrintAlign align) {
 
 class PagePainter {
  public:
-  PagePainter(QPainter& painter, const PrintJob& job, const PagePlan& plan, const PlannedPage& page)
-      : painter_(painter), job_(job), plan_(plan), page_(page) {}
+  PagePainter(QPainter& painter, const PrintJob& job, const PagePlan& plan, const PlannedPage& page,
+              const FontTextMetrics& metrics)
+      : painter_(painter), job_(job), plan_(plan), page_(page), metrics_(metrics) {}
 
   void Paint() {
     painter_.setPen(QPen(Qt::black, kThin));
@@ -85,10 +86,9 @@ class PagePainter {
   }
 
   void PaintLines(const RowPiece& row, const PrintCell& cell, const QRectF& box) {
-    const PrintFont font{plan_.body.name, plan_.body.points, cell.bold || row.is_head};
-    const PrintFont measured{plan_.body.name, plan_.body.points, cell.bold};
+    const PrintFont font{plan_.body.name, plan_.body.points, cell.bold};
     const double width = box.width() - 2 * plan_.padding;
-    const std::vector<std::string> lines = WrapText(cell.text, width, measured, metrics_);
+    const std::vector<std::string> lines = WrapText(cell.text, width, font, metrics_);
     const double height = metrics_.LineHeight(plan_.body);
     const int first = row.first_line;
     const int room = std::max(1, static_cast<int>((box.height() - 2 * plan_.padding) / height + 0.01));
@@ -96,7 +96,8 @@ class PagePainter {
     const bool parted = first > 0 || shown < static_cast<int>(lines.size());
     double y = parted ? box.top() + plan_.padding : box.center().y() - shown * height / 2;
     for (int line = first; line < first + shown; ++line) {
-      Text(QRectF(box.left() + plan_.padding, y, width, height), lines[static_cast<std::size_t>(line)], cell.align, font);
+      Text(QRectF(box.left() + plan_.padding, y, width, height), lines[static_cast<std::size_t>(line)], cell.align,
+           font);
       y += height;
     }
   }
@@ -105,18 +106,21 @@ class PagePainter {
   const PrintJob& job_;
   const PagePlan& plan_;
   const PlannedPage& page_;
-  FontTextMetrics metrics_;
+  const FontTextMetrics& metrics_;
 };
 
 }  // namespace
 
 FontTextMetrics::Measured& FontTextMetrics::Of(const PrintFont& font) const {
+  if (last_ && font == last_font_) return *last_;
   Measured& measured = fonts_[{font.name, font.points, font.bold}];
   if (measured.line_height == 0) {
     const QFontMetricsF metrics(FontOf(font));
     measured.line_height = metrics.height() / kUnitsOfAPoint;
     measured.ideograph = metrics.horizontalAdvance("药") / kUnitsOfAPoint;
   }
+  last_font_ = font;
+  last_ = &measured;
   return measured;
 }
 
@@ -135,8 +139,8 @@ double FontTextMetrics::LineHeight(const PrintFont& font) const {
   return Of(font).line_height;
 }
 
-void PaintPage(QPainter& painter, const PrintJob& job, const PagePlan& plan, int page) {
-  PagePainter(painter, job, plan, plan.pages[static_cast<std::size_t>(page)]).Paint();
+void PaintPage(QPainter& painter, const PrintJob& job, const PagePlan& plan, int page, const FontTextMetrics& metrics) {
+  PagePainter(painter, job, plan, plan.pages[static_cast<std::size_t>(page)], metrics).Paint();
 }
 
 }  // namespace luming

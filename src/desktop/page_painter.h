@@ -26,9 +26,12 @@ class FontTextMetrics : public TextMetrics {
   };
   Measured& Of(const PrintFont& font) const;
   mutable std::map<std::tuple<std::string, double, bool>, Measured> fonts_;
+  mutable PrintFont last_font_;
+  mutable Measured* last_ = nullptr;  ///< of last_font_: one font measures many characters in turn
 };
 
 /// Paints a page. The painter's unit is a point, its origin the paper's upper left corner.
-void PaintPage(QPainter& painter, const PrintJob& job, const PagePlan& plan, int page);
+/// @param metrics those that the plan was made with
+void PaintPage(QPainter& painter, const PrintJob& job, const PagePlan& plan, int page, const FontTextMetrics& metrics);
 
 }  // namespace luming

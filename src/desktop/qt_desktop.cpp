@@ -97,6 +97,16 @@ void QtDesktop::Raise(QWidget& window) {
   window.activateWindow();
 }
 
+void QtDesktop::ShowBeside(QWidget& window) {
+  if (!window.isVisible()) {
+    QWidget* const front = Front();
+    KeepAbove(window, front);
+    window.setWindowModality(front && front->isModal() ? Qt::ApplicationModal : Qt::NonModal);
+    CentreOver(window, front);
+  }
+  Raise(window);
+}
+
 Answer QtDesktop::MsgBox(const Box& box) {
   BoxWindow window(box);
   KeepAbove(window, Front());

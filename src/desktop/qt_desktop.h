@@ -34,6 +34,9 @@ class QtDesktop : public Desktop, public DesktopProbe {
   bool IsCatchingUp() const { return catching_up_; }
   bool HasEnded() const { return guard_.HasEnded(); }
 
+  /// Shows a window that is no form beside the screens; a modal screen in front does not block it.
+  void ShowBeside(QWidget& window);
+
   Answer MsgBox(const Box& box) override;
   std::optional<std::string> ChooseFile(const FileRequest& request) override;
   std::optional<int> PopUp(const std::vector<MenuEntry>& entries) override;

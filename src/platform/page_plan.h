@@ -15,6 +15,7 @@ struct PrintFont {
   std::string name;
   double points = 9;
   bool bold = false;
+  bool operator==(const PrintFont&) const = default;
 };
 
 /// How much room text takes.
