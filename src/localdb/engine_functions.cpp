@@ -360,6 +360,26 @@ void ObjectId(Call& call) {
   if (id != 0) call.Give(id);
 }
 
+// t_only: the value of a subquery that may have one row at most.
+void OnlyStep(sqlite3_context* context, int, sqlite3_value** values) {
+  auto** kept = static_cast<sqlite3_value**>(sqlite3_aggregate_context(context, sizeof(sqlite3_value*)));
+  if (!kept) return sqlite3_result_error_nomem(context);
+  if (!*kept) {
+    *kept = sqlite3_value_dup(values[0]);
+    return;
+  }
+  SqlError error(native::kSubqueryRows);
+  static_cast<FunctionContext*>(sqlite3_user_data(context))->error = std::make_unique<SqlError>(error);
+  sqlite3_result_error(context, error.what(), -1);
+}
+
+void OnlyFinal(sqlite3_context* context) {
+  auto** kept = static_cast<sqlite3_value**>(sqlite3_aggregate_context(context, 0));
+  if (!kept || !*kept) return;
+  sqlite3_result_value(context, *kept);
+  sqlite3_value_free(*kept);
+}
+
 template <Body body, bool null_in_null_out = true>
 void Register(sqlite3* store, FunctionContext& context, const char* name, int flags = SQLITE_DETERMINISTIC) {
   sqlite3_create_function_v2(store, name, -1, SQLITE_UTF8 | flags, &context, Invoke<body, null_in_null_out>, nullptr,
@@ -400,6 +420,8 @@ void RegisterFunctions(sqlite3* store, FunctionContext& context) {
   Register<DbName>(store, context, "t_dbname", kVolatile);
   Register<ErrorMessage>(store, context, "t_error_message", kVolatile);
   Register<ErrorNumber>(store, context, "t_error_number", kVolatile);
+  sqlite3_create_function_v2(store, "t_only", 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC, &context, nullptr, OnlyStep,
+                             OnlyFinal, nullptr);
   Register<ObjectId>(store, context, "t_object_id", kVolatile);
 }
 

@@ -37,7 +37,7 @@ constexpr std::array kErrors = {
     ErrorEntry{242, failure::kConversion, Reach::kTransaction, "将文本“%1”转换为日期时，得到的值超出范围。"},
     ErrorEntry{245, failure::kConversion, Reach::kTransaction, "将文本“%1”转换为 %2 类型时失败。"},
     ErrorEntry{248, failure::kDataOverflow, Reach::kTransaction, "文本“%1”转换为 %2 类型时溢出。"},
-    ErrorEntry{266, failure::kSyntax, Reach::kStatement, "执行“%1”后的事务计数与执行前不一致。"},
+    ErrorEntry{512, failure::kSyntax, Reach::kStatement, "子查询返回的值不止一个，不能当作一个值使用。"},
     ErrorEntry{515, failure::kKeyViolation, Reach::kStatement, "不能将值 NULL 插入表“%2”的列“%1”，该列不允许有空值。"},
     ErrorEntry{544, failure::kSyntax, Reach::kStatement, "不能为表“%1”中的标识列插入显式值。"},
     ErrorEntry{547, failure::kKeyViolation, Reach::kStatement, "语句与约束冲突：%1。"},
@@ -60,10 +60,13 @@ constexpr std::array kErrors = {
     ErrorEntry{8114, failure::kConversion, Reach::kStatement, "将文本“%1”转换为 %2 类型时出错。"},
     ErrorEntry{8115, failure::kDataOverflow, Reach::kStatement, "值“%1”转换为 %2 类型时溢出。"},
     ErrorEntry{8117, failure::kSyntax, Reach::kBatch, "%1 类型的值不能参加“%2”运算。"},
+    ErrorEntry{8120, failure::kSyntax, Reach::kBatch,
+               "列“%1”既不在聚合函数中，也不在 GROUP BY 子句中，不能出现在选择列表里。"},
     ErrorEntry{8134, failure::kSyntax, Reach::kStatement, "遇到以零作除数错误。"},
     ErrorEntry{8144, failure::kSyntax, Reach::kStatement, "为过程“%1”指定了过多的参数。"},
     ErrorEntry{8145, failure::kSyntax, Reach::kStatement, "“%2”不是过程“%1”的参数。"},
     ErrorEntry{8152, failure::kDataOverflow, Reach::kStatement, "文本太长，“%1”最多容纳 %2 个字节，语句已终止。"},
+    ErrorEntry{8624, failure::kSyntax, Reach::kBatch, "语句不能执行：%1。"},
     ErrorEntry{50000, failure::kSyntax, Reach::kStatement, "%1"},
 };
 

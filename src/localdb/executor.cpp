@@ -92,8 +92,10 @@ SqlError ConstraintError(sqlite3* store, const Catalogue* catalogue) {
       return KeyError(message, catalogue);
     case SQLITE_CONSTRAINT_NOTNULL:
       return NullError(message);
+    case SQLITE_CONSTRAINT_FOREIGNKEY:
+      return SqlError(native::kReference, "引用的记录不存在，或记录仍被引用");
     default:
-      return SqlError(native::kReference, message);
+      return SqlError(native::kReference, "不满足 CHECK 条件");
   }
 }
 
@@ -129,7 +131,7 @@ SqlError EngineError(sqlite3* store, const Catalogue* catalogue) {
   bool too_deep =
       message.find("too large") != std::string_view::npos || message.find("overflow") != std::string_view::npos;
   if (too_deep) return SqlError(native::kNestedTooDeep);
-  return SqlError(native::kSyntax, message);
+  return SqlError(native::kInternal, message);
 }
 
 void RunPlain(sqlite3* store, const std::string& sql) {

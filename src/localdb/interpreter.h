@@ -47,7 +47,6 @@ class Interpreter {
 
   /// Runs a batch to its end, or to an error that ends it. An error that ends only its statement is thrown behind the
   /// last statement, so that what stands behind it has run.
-  std::vector<Recordset> RunBatch(const Script& script);
   std::vector<Recordset> RunBatch(const std::vector<StatementPtr>& statements, const LexedText& lexed);
 
   /// Runs a plan that is no part of a batch with variables.
@@ -75,7 +74,8 @@ class Interpreter {
   void RunChange(Plan& plan, const Bindings& bindings);
   void RunAssigning(Plan& plan, const Bindings& bindings, Body& body);
   void RunSelectInto(const Statement& statement, const SelectStatement& select, Body& body);
-  void RunInsertExec(const Statement& statement, const InsertStatement& insert, Body& body);
+  void RunInsertExec(const InsertStatement& insert, Body& body);
+  void InsertRow(const Table& table, const std::vector<const Column*>& columns, Recordset& row, const Body& body);
   Bindings BindingsOf(const Body& body, std::size_t first_literal) const {
     return {body.lexed, first_literal, body.frame};
   }

@@ -70,7 +70,7 @@ void Interpreter::RunData(const Statement& statement, Body& body) {
     if (!select->query->cores[0].into.empty()) return RunSelectInto(statement, *select, body);
   }
   if (auto* insert = std::get_if<InsertStatement>(&statement.node)) {
-    if (insert->exec) return RunInsertExec(statement, *insert, body);
+    if (insert->exec) return RunInsertExec(*insert, body);
   }
   Plan& plan = FindPlan(statement, body);
   Bindings bindings = BindingsOf(body, body.lexed.tokens()[statement.first_token].literal);
@@ -119,45 +119,49 @@ void Interpreter::RunSelectInto(const Statement& statement, const SelectStatemen
   RunChange(*plan, bindings);
 }
 
-void Interpreter::RunInsertExec(const Statement& statement, const InsertStatement& insert, Body& body) {
-  static_cast<void>(statement);
+// The rows come from a procedure, already fetched; each goes in as the values of variables.
+void Interpreter::InsertRow(const Table& table, const std::vector<const Column*>& columns, Recordset& row,
+                            const Body& body) {
+  Plan plan;
+  Frame values;
+  std::string names;
+  std::string marks;
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    auto [value, type] = FieldDatum(row.Field(i));
+    PlanParameter parameter;
+    parameter.source = PlanParameter::Source::kVariable;
+    parameter.variable = "@" + std::to_string(i);
+    values.Declare(parameter.variable, columns[i]->type).value =
+        Convert(value, type, columns[i]->type, Overlong::kRefuse);
+    plan.parameters.push_back(parameter);
+    names += (i > 0 ? ", " : "") + QuoteName(columns[i]->name);
+    marks += i > 0 ? ", ?" : "?";
+  }
+  plan.sql = "INSERT INTO " + QuoteName(table.physical) + "(" + names + ") VALUES(" + marks + ")";
+  session_.executor.Change(plan, {body.lexed, 0, values});
+}
+
+void Interpreter::RunInsertExec(const InsertStatement& insert, Body& body) {
   std::vector<Recordset> outer = std::move(results_);
   results_.clear();
   RunExec(*insert.exec, body);
-  std::vector<Recordset> rows = std::move(results_);
+  std::vector<Recordset> results = std::move(results_);
   results_ = std::move(outer);
-  const Table* table = insert.table.starts_with('#') || insert.table.starts_with('@')
-                           ? body.frame.FindTemporary(insert.table)
-                           : session_.catalogue.FindTable(insert.table);
+  bool temporary = insert.table.starts_with('#') || insert.table.starts_with('@');
+  const Table* table = temporary ? body.frame.FindTemporary(insert.table) : session_.catalogue.FindTable(insert.table);
   if (!table) throw SqlError(native::kMissingObject, insert.table);
   std::vector<const Column*> columns;
+  for (const std::string& name : insert.columns) {
+    columns.push_back(table->FindColumn(name));
+    if (!columns.back()) throw SqlError(native::kMissingColumn, name);
+  }
   for (const Column& column : table->columns) {
-    bool named = std::any_of(insert.columns.begin(), insert.columns.end(),
-                             [&](const std::string& name) { return EqualsIgnoreCase(name, column.name); });
-    if (insert.columns.empty() ? !column.identity : named) columns.push_back(&column);
+    if (insert.columns.empty() && !column.identity) columns.push_back(&column);
   }
   std::int64_t count = 0;
-  for (Recordset& result : rows) {
-    if (result.ColumnCount() != columns.size()) throw SqlError(native::kColumnCount, insert.table);
-    for (; !result.Eof(); result.MoveNext(), ++count) {
-      Plan plan;
-      std::string names;
-      std::string values;
-      Frame frame;
-      for (std::size_t i = 0; i < columns.size(); ++i) {
-        auto [value, type] = FieldDatum(result.Field(i));
-        std::string variable = "@" + std::to_string(i);
-        frame.Declare(variable, columns[i]->type).value = Convert(value, type, columns[i]->type, Overlong::kRefuse);
-        PlanParameter parameter;
-        parameter.source = PlanParameter::Source::kVariable;
-        parameter.variable = variable;
-        plan.parameters.push_back(parameter);
-        names += (i > 0 ? ", " : "") + QuoteName(columns[i]->name);
-        values += i > 0 ? ", ?" : "?";
-      }
-      plan.sql = "INSERT INTO " + QuoteName(table->physical) + "(" + names + ") VALUES(" + values + ")";
-      session_.executor.Change(plan, {body.lexed, 0, frame});
-    }
+  for (Recordset& rows : results) {
+    if (rows.ColumnCount() != columns.size()) throw SqlError(native::kColumnCount, insert.table);
+    for (; !rows.Eof(); rows.MoveNext(), ++count) InsertRow(*table, columns, rows, body);
   }
   SetRowCount(count);
 }

@@ -193,10 +193,23 @@ Translator::Fragment Translator::TranslateCast(const Expr& expr, const Scope& sc
   return {Call("t_cast", value.sql + ", " + types + ", " + style.sql), expr.type, -1, false};
 }
 
+// A total without groups has one row, and TOP 1 no more than one; such a query needs no test.
+bool Translator::HasOneRow(const Query& query) const {
+  if (query.cores.size() != 1) return false;
+  const SelectCore& core = query.cores[0];
+  bool total = core.group_by.empty() && core.items[0].value && HoldsAggregate(*core.items[0].value);
+  bool top_one = core.top && core.top->kind == ExprKind::kLiteral && LiteralOf(*core.top).text == "1";
+  return total || top_one || core.from.empty();
+}
+
 Translator::Fragment Translator::TranslateSubquery(const Expr& expr, const Scope& scope) {
   QuerySql query = TranslateQuery(*expr.query, &scope);
   if (query.columns.size() != 1) throw SqlError(native::kSyntax, "SELECT");
-  return {"(" + query.sql + ")", query.columns[0].type, -1, false};
+  SqlType type = query.columns[0].type;
+  const ExprPtr& top = expr.query->cores[0].top;
+  if (top && top->kind == ExprKind::kLiteral) GuardText(*top);
+  if (HasOneRow(*expr.query)) return {"(" + query.sql + ")", type, -1, false};
+  return {"(WITH subquery(value) AS (" + query.sql + ") SELECT t_only(value) FROM subquery)", type, -1, false};
 }
 
 }  // namespace luming::localdb

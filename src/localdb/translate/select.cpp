@@ -80,6 +80,7 @@ Translator::QuerySql Translator::TranslateCore(const SelectCore& core, const Que
   std::string from = TranslateFrom(core.from, scope);
   std::string list;
   TranslateItems(core, scope, targets, out, list);
+  CheckGrouping(core, scope);
   out.sql = (core.distinct ? "SELECT DISTINCT " : "SELECT ") + list + from;
   if (core.where) out.sql += " WHERE " + TranslateCondition(*core.where, scope);
   std::string groups;
@@ -154,6 +155,11 @@ std::string Translator::TranslateTable(const TableRef& ref, Scope& scope) {
     for (std::size_t i = 0; i < ref.derived_columns.size() && i < inner.columns.size(); ++i) {
       inner.columns[i].name = ref.derived_columns[i];
     }
+    if (!ref.derived_columns.empty()) {
+      std::vector<std::string> names;
+      for (const Column& column : inner.columns) names.push_back(QuoteName(column.name));
+      inner.sql = "WITH renamed(" + Join(names, ", ") + ") AS (" + inner.sql + ") SELECT * FROM renamed";
+    }
     scope.tables.push_back({ref.alias, Keep(std::move(inner.columns))});
     return "(" + inner.sql + ")" + alias;
   }
@@ -186,10 +192,7 @@ std::string Translator::TranslateOrderItem(const Expr& value, const Scope& scope
     bool known = whole && *whole >= 1 && *whole <= static_cast<std::int64_t>(select.columns.size());
     if (!known) throw SqlError(native::kSyntax, LiteralOf(value).text);
     place = static_cast<std::size_t>(*whole);
-    PlanGuard guard;
-    guard.kind = PlanGuard::Kind::kText;
-    guard.text = LiteralOf(value).text;
-    Guard(value, guard);
+    GuardText(value);
   } else if (value.kind == ExprKind::kColumn && value.qualifier.empty()) {
     for (std::size_t i = 0; i < select.columns.size() && place == 0; ++i) {
       if (EqualsIgnoreCase(select.columns[i].name, value.name)) place = i + 1;

@@ -58,6 +58,13 @@ void Translator::Guard(const Expr& literal, PlanGuard guard) {
   plan_->guards.push_back(std::move(guard));
 }
 
+void Translator::GuardText(const Expr& literal) {
+  PlanGuard guard;
+  guard.kind = PlanGuard::Kind::kText;
+  guard.text = LiteralOf(literal).text;
+  Guard(literal, std::move(guard));
+}
+
 std::vector<Column>* Translator::Keep(std::vector<Column> columns) {
   return &kept_columns_.emplace_back(std::move(columns));
 }

@@ -83,6 +83,8 @@ class Translator {
   Fragment AddParameter(PlanParameter parameter, const SqlType& type);
   const Literal& LiteralOf(const Expr& expr) const;
   void Guard(const Expr& literal, PlanGuard guard);
+  /// The plan fits the same literal alone.
+  void GuardText(const Expr& literal);
   std::vector<Column>* Keep(std::vector<Column> columns);
 
   // expression.cpp
@@ -97,6 +99,14 @@ class Translator {
   Fragment TranslateCast(const Expr& expr, const Scope& scope);
   Fragment TranslateSubquery(const Expr& expr, const Scope& scope);
   std::vector<Fragment> TranslateAll(const std::vector<ExprPtr>& exprs, const Scope& scope);
+
+  bool HasOneRow(const Query& query) const;
+
+  // grouping.cpp
+  static bool IsAggregate(const Expr& expr);
+  static bool HoldsAggregate(const Expr& expr);
+  void CheckGrouping(const SelectCore& core, const Scope& scope) const;
+  void RequireGrouped(const Expr& expr, const SelectCore& core, const Scope& scope) const;
 
   // coercion.cpp
   /// Makes the fragment a value of the type.
