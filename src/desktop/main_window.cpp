@@ -139,6 +139,9 @@ void MainWindow::BuildStatusBar() {
 
 void MainWindow::CaptionChanged() {
   setWindowTitle(ToQt(frame_->Caption()));
+  for (QAction* action : tool_bar_->actions()) {
+    if (action->data().isValid()) ShowState(*action);
+  }
   tool_bar_->setVisible(frame_->ToolBarVisible());
   statusBar()->setVisible(frame_->StatusBarVisible());
   for (std::size_t at = 0; at < panels_.size(); ++at) {

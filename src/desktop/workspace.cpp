@@ -179,7 +179,7 @@ void Workspace::paintEvent(QPaintEvent*) {
     QRect mark(0, 0, kMarkSize, kMarkSize);
     mark.moveCenter(room.center());
     painter.setOpacity(0.12);
-    glyphs::OfProgram().paint(&painter, mark);
+    painter.drawPixmap(mark, glyphs::OfProgram().pixmap(mark.size(), devicePixelRatio()));
     return;
   }
   painter.setRenderHint(QPainter::SmoothPixmapTransform);

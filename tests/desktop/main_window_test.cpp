@@ -38,7 +38,7 @@ class SmallFrame : public MainFrame {
       {"药品目录(&Y)", 0, {{"添加新药品(&S)", 201, {}}, {"药品目录(&F)", 202, {}}}},
       {"窗口(&W)", 0, {{"Office XP", 1001, {}}, {"层叠(&C)", 801, {}}, {"列表", kWindowListId, {}, true}}},
   };
-  std::vector<MenuEntry> buttons_{{"药品目录", 202, {}}, {"锁定系统", 9103, {}, true}};
+  std::vector<MenuEntry> buttons_{{"添加新药品", 201, {}}, {"药品目录", 202, {}}, {"锁定系统", 9103, {}, true}};
 };
 
 class ChildForm : public Form {
@@ -84,6 +84,7 @@ TEST_F(MainWindowTest, MenusAndToolBarExecuteCommandsInTheirState) {
   emit MenuNumber(1)->aboutToShow();
   EXPECT_TRUE(Entry(MenuNumber(1), "Office XP")->isChecked());
   auto* bar = main->findChild<QToolBar*>();
+  EXPECT_FALSE(bar->actions().front()->isEnabled());
   bar->actions().back()->trigger();
   EXPECT_EQ(frame.executed, (std::vector<int>{202, 9103}));
 
