@@ -105,7 +105,7 @@ TEST_F(IniFileTest, NumbersAreToldFromMissingOnes) {
 
 TEST_F(IniFileTest, GarbageReadsAsAFileWithoutKeys) {
   for (const std::string& bytes :
-       {std::string(100000, '['), std::string(100000, '='), std::string("\0\0[a]\0b=c\0", 12),
+       {std::string(100000, '['), std::string(100000, '='), std::string("\0\0[a]\0b=c\0", 10),
         std::string("\x81\xFF\xFE=\x81"), std::string(3 << 20, 'x'), std::string("]=[\r\r\r\n=")}) {
     WriteBytes(file, bytes);
     EXPECT_EQ(Text("配置", "药库类型"), "");
