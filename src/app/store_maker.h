@@ -10,9 +10,9 @@ namespace luming {
 
 /// What a new application directory is made from.
 struct StoreRequest {
-  std::filesystem::path directory;      ///< missing or empty; comes into being whole or not at all
-  std::filesystem::path data;           ///< with schema.sql, procedures.sql, seed/ and demo/
-  bool demo = false;                    ///< with the demonstration drugs, operators and opening stock
+  std::filesystem::path directory;           ///< missing or empty; comes into being whole or not at all
+  std::filesystem::path data;                ///< with schema.sql, procedures.sql, seed/ and demo/
+  bool demo = false;                         ///< with the demonstration drugs, operators and opening stock
   std::optional<std::string> password = {};  ///< of the operator 管理员; the seed's own when there is none
 };
 
