@@ -19,7 +19,8 @@ std::string OfficeProcesses() {
   return CommandOutput("pgrep -P " + std::to_string(getpid()) + " soffice.bin || true");
 }
 std::string ScratchLeftovers() {
-  return CommandOutput("find \"$TMPDIR\" -mindepth 1 -name 'luming-*'; find /tmp -maxdepth 1 -name 'OSL_PIPE*_luming-*' || true");
+  return CommandOutput(
+      "find \"$TMPDIR\" -mindepth 1 -name 'luming-*'; find /tmp -maxdepth 1 -name 'OSL_PIPE*_luming-*' || true");
 }
 
 class TemplateWorkbooks : public testing::Test {
