@@ -6,11 +6,14 @@
 #include <memory>
 #include <vector>
 
+#include "app/absent_output.h"
 #include "app/connection_router.h"
 #include "app/opening_stock.h"
 #include "app/table_file.h"
 #include "frame/local_files.h"
 #include "localdb/local_connection.h"
+#include "office/office_workbooks.h"
+#include "output/note_templates.h"
 #include "util/ansi_text.h"
 #include "util/failure.h"
 #include "util/text.h"
@@ -132,6 +135,8 @@ void Fill(const fs::path& home, const StoreRequest& request, const Clock& clock)
   const std::vector<TableFile> demo = request.demo ? ReadTables(request.data / "demo") : std::vector<TableFile>();
   WriteConnectionFile(home);
   WriteSettings(home);
+  OfficeWorkbooks workbooks(NoPrinter::Instance(), {});
+  WriteNoteTemplates(workbooks, home);
   const std::shared_ptr<Connection> store = MakeStore(home, request, demo, clock);
   for (const TableFile& table : demo) {
     if (table.table == kReceipts) EnterOpeningReceipts(home, store, table, clock.Now());

@@ -270,6 +270,27 @@ void QtDesktop::DoEvents() {
   if (guard_.HasEnded()) throw ProcessEnded{};
 }
 
+void QtDesktop::ShowProgress(const std::string& what, int done, int total) {
+  constexpr int kPatienceInMilliseconds = 500;
+  if (done >= total) {
+    progress_.reset();
+    return;
+  }
+  if (!progress_) {
+    progress_ = std::make_unique<QProgressDialog>();
+    progress_->setWindowTitle("请稍候");
+    progress_->setCancelButton(nullptr);
+    progress_->setMinimumDuration(kPatienceInMilliseconds);
+    progress_->setWindowModality(Qt::ApplicationModal);
+  }
+  progress_->setLabelText(ToQt(what));
+  progress_->setMaximum(total);
+  // Once it shows, the dialog lets pending events happen.
+  const bool was_catching_up = std::exchange(catching_up_, true);
+  progress_->setValue(done);
+  catching_up_ = was_catching_up;
+}
+
 void QtDesktop::AttachSkin(const std::filesystem::path& path) {
   QFile file(ToQt(path.string()));
   if (!file.open(QIODevice::ReadOnly)) return;

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QPointer>
+#include <QProgressDialog>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <unordered_map>
 #include <vector>
@@ -47,6 +49,7 @@ class QtDesktop : public Desktop, public DesktopProbe {
   void Maximise(Form& form) override;
   void ArrangeChildren(Arrangement arrangement) override;
   void DoEvents() override;
+  void ShowProgress(const std::string& what, int done, int total) override;
   void AttachSkin(const std::filesystem::path& file) override;
   void SetTheme(int theme) override;
   void EndProcess() override;
@@ -94,6 +97,7 @@ class QtDesktop : public Desktop, public DesktopProbe {
   QString skin_;
   int theme_ = 1;
   bool catching_up_ = false;
+  std::unique_ptr<QProgressDialog> progress_;
 };
 
 }  // namespace luming

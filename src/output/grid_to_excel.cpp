@@ -136,6 +136,20 @@ void AddSpans(Sheet& sheet, const Grid& grid) {
   }
 }
 
+/// Tells the desktop how far the export has come, and that it is over, however it ends.
+class ExportProgress {
+ public:
+  explicit ExportProgress(Desktop& desktop) : desktop_(desktop) {}
+  ~ExportProgress() { desktop_.ShowProgress(kWhat, 1, 1); }
+  ExportProgress(const ExportProgress&) = delete;
+  ExportProgress& operator=(const ExportProgress&) = delete;
+  void Tell(int done, int total) { desktop_.ShowProgress(kWhat, done, total); }
+
+ private:
+  static constexpr const char* kWhat = "正在导出到 Excel……";
+  Desktop& desktop_;
+};
+
 /// The operator's choice; nothing when there was none.
 std::optional<std::string> AskForFile(AppContext& app) {
   FileRequest request;
@@ -174,7 +188,11 @@ void GridToExcel(AppContext& app, Grid& grid, const std::string& sheetName) {
   const std::optional<std::string> file = AskForFile(app);
   if (!file) return;
   const std::string name = sheetName.empty() ? grid.Owner().Caption() : sheetName;
-  app.workbooks.Save(*file, SheetOf(grid, name), {});
+  {
+    ExportProgress progress(app.desktop);
+    progress.Tell(0, grid.MaxRows());
+    app.workbooks.Save(*file, SheetOf(grid, name), [&](int done, int total) { progress.Tell(done, total); });
+  }
   app.desktop.MsgBox({"文件导出成功！    ", box::kInformation, "提示"});
 }
 

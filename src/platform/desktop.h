@@ -71,6 +71,11 @@ class Desktop {
 
   /// Lets pending input and painting happen; what it triggers may close forms.
   virtual void DoEvents() = 0;
+  /// How far long work has come: shown once it takes a while, gone when all is done. What the operator does meanwhile
+  /// is not taken. Nothing happens where nothing is drawn.
+  virtual void ShowProgress(const std::string& what, int done, int total) {
+    static_cast<void>(what), static_cast<void>(done), static_cast<void>(total);
+  }
   /// Attaches a skin file to all windows; a file that is none is ignored.
   virtual void AttachSkin(const std::filesystem::path& file) = 0;
   virtual void SetTheme(int theme) = 0;  ///< 0 Office XP, 1 Default, 2 Office 2003, 3 Native XP
