@@ -35,10 +35,9 @@ void CellEditor::Open(GridPane& pane, GridPane::Place place, const QString& type
 void CellEditor::OpenLine(const QString& text, bool typed) {
   line_ = new QLineEdit(text, pane_->viewport());
   if (!typed) line_->selectAll();
-  if (pane_->grid()->Kind(place_.row, place_.col) == CellKind::kNumber) {
-    line_->setAttribute(Qt::WA_InputMethodEnabled, false);
-    line_->setAlignment(Qt::AlignRight);
-  }
+  const Grid& grid = *pane_->grid();
+  line_->setAttribute(Qt::WA_InputMethodEnabled, grid.Kind(place_.row, place_.col) != CellKind::kNumber);
+  if (grid.CellAlign(place_.row, place_.col) == Align::kRight) line_->setAlignment(Qt::AlignRight);
   field_ = line_;
 }
 

@@ -107,6 +107,11 @@ void QtDesktop::ShowBeside(QWidget& window) {
   Raise(window);
 }
 
+void QtDesktop::ActivateFront() {
+  QWidget* front = Front();
+  if (front && !front->isActiveWindow()) front->activateWindow();
+}
+
 Answer QtDesktop::MsgBox(const Box& box) {
   BoxWindow window(box);
   KeepAbove(window, Front());
@@ -119,6 +124,8 @@ Answer QtDesktop::MsgBox(const Box& box) {
     ~Closed() { boxes.pop_back(); }
   } closed{boxes_};
   guard_.Wait(window.Loop());
+  window.hide();
+  ActivateFront();
   return window.Given();
 }
 
@@ -141,6 +148,8 @@ std::optional<std::string> QtDesktop::ChooseFile(const FileRequest& request) {
   KeepAbove(dialog, Front());
   Raise(dialog);
   guard_.Wait(question.loop);
+  dialog.hide();
+  ActivateFront();
   return question.answer;
 }
 
@@ -213,11 +222,8 @@ void QtDesktop::Hide(Form& form) {
   if (window.main) window.main->hide();
   if (window.widget && main_) main_->workspace().HideChild(*window.widget);
   if (window.widget) window.widget->hide();
-  LeaveModal(window);
-}
-
-void QtDesktop::LeaveModal(Window& window) {
   if (window.waiting) window.waiting->exit();
+  ActivateFront();
 }
 
 void QtDesktop::RunModal(Form& form) {
@@ -251,6 +257,7 @@ void QtDesktop::Close(Form& form) {
     QMdiSubWindow* frame = main_ ? main_->workspace().TakeOut(*window.widget) : nullptr;
     window.widget->hide();
     guard_.Bury(frame ? static_cast<QObject*>(frame) : window.widget);
+    ActivateFront();
   }
 }
 

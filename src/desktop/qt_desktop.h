@@ -75,7 +75,8 @@ class QtDesktop : public Desktop, public DesktopProbe {
   void OpenMain(MainFrame& frame);
   void ShowDialog(FormWidget& widget, bool modal);
   void Raise(QWidget& window);
-  void LeaveModal(Window& window);
+  /// Gives the keyboard to the window that a closed one has uncovered; not every window system does.
+  void ActivateFront();
 
   ModelGuard guard_;
   std::unordered_map<Form*, Window> windows_;

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QTest>
 #include <QTimer>
 #include <QWidget>
 #include <functional>
@@ -48,6 +49,8 @@ class DesktopTest : public ::testing::Test {
   static void Type(QWidget* widget, const QString& text) {
     for (const QChar letter : text) Press(widget, letter.toUpper().unicode(), letter);
   }
+  /// A click of the left button as the window system sends it, the focus included.
+  static void Click(QWidget* widget, QPoint at) { QTest::mouseClick(widget, Qt::LeftButton, Qt::NoModifier, at); }
   /// What the operator does while a box or a modal form waits.
   static void Meanwhile(std::function<void()> act) { QTimer::singleShot(0, qApp, std::move(act)); }
 

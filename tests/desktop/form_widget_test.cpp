@@ -95,6 +95,27 @@ TEST_F(EntryTest, EnterWalksSelectsAndDropsListsDown) {
   EXPECT_EQ(form.GHDW.Text(), "ac");
 }
 
+TEST_F(EntryTest, AListOpensAndChoosesByMouse) {
+  auto* paid = Find<QWidget>("FKBZ");
+  auto* list = paid->findChild<QAbstractItemView*>("dropList");
+  const QPoint arrow(paid->width() - 8, paid->height() / 2);
+  Click(paid, arrow);
+  EXPECT_EQ(form.ActiveControl(), &form.FKBZ);
+  ASSERT_TRUE(list->isVisible());
+  Click(list->viewport(), list->visualRect(list->model()->index(1, 0)).center());
+  EXPECT_EQ(form.FKBZ.Text(), "否");
+  EXPECT_FALSE(list->isVisible());
+
+  Click(paid, arrow);
+  EXPECT_TRUE(list->isVisible());
+  Click(paid, arrow);
+  EXPECT_FALSE(list->isVisible());
+  Click(paid->findChild<QLineEdit*>(), QPoint(4, 4));
+  EXPECT_TRUE(list->isVisible()) << "a list to choose from opens by a click anywhere";
+  Click(Line("PH"), QPoint(4, 4));
+  EXPECT_FALSE(list->isVisible());
+}
+
 TEST_F(EntryTest, LeavingCutsAndTheViewFollowsTheModel) {
   form.PH.SetFocus();
   Type(Line("PH"), "ABCDEF");

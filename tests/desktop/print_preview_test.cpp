@@ -4,10 +4,10 @@
 #include <QPdfDocument>
 #include <fstream>
 
-#include "desktop_fixture.h"
 #include "desktop/paged_document.h"
 #include "desktop/preview_window.h"
 #include "desktop/qt_printing.h"
+#include "desktop_fixture.h"
 #include "support/temp_directory.h"
 #include "util/failure.h"
 
