@@ -19,6 +19,13 @@ bool DependsOnVariables(const Plan& plan) {
          std::any_of(plan.guards.begin(), plan.guards.end(), guards_variable) || !plan.variables.empty();
 }
 
+bool ReadsWhatItAssigns(const Plan& plan) {
+  return std::any_of(plan.parameters.begin(), plan.parameters.end(), [&](const PlanParameter& parameter) {
+    auto same = [&](const std::string& variable) { return EqualsIgnoreCase(variable, parameter.variable); };
+    return std::any_of(plan.variables.begin(), plan.variables.end(), same);
+  });
+}
+
 /// The stored form of a field and the type that it came in.
 std::pair<Datum, SqlType> FieldDatum(const Value& field) {
   const Value::Data& data = field.data();
@@ -92,6 +99,8 @@ void Interpreter::RunChange(Plan& plan, const Bindings& bindings) {
 void Interpreter::RunAssigning(Plan& plan, const Bindings& bindings, Body& body) {
   std::int64_t count = 0;
   std::vector<Datum> row = session_.executor.LastRow(Ready(plan), bindings, count);
+  // The engine sees the variables as they were; a sum over rows in a variable would hold the last row alone.
+  if (count > 1 && ReadsWhatItAssigns(plan)) throw SqlError(native::kInternal, "SELECT 不能用多行记录累加变量");
   for (std::size_t i = 0; i < row.size(); ++i) Assign(plan.variables[i], row[i], plan.outputs[i].type, body);
   SetRowCount(count);
 }

@@ -107,6 +107,13 @@ std::optional<Datum> Interpreter::ArgumentValue(const Argument& argument, const 
   const Expr& value = *argument.value;
   if (value.kind == ExprKind::kDefault) return std::nullopt;
   if (value.kind == ExprKind::kColumn) return Convert(value.name, SqlType::Text(), type, Overlong::kCut);
+  if (value.kind == ExprKind::kLiteral) {
+    PlanParameter literal;
+    literal.literal = value.literal;
+    literal.converts = true;
+    literal.type = type;
+    return Executor::ValueOf(literal, BindingsOf(caller, 0), *session_.functions.clock);
+  }
   return Evaluate(value, type, caller);
 }
 

@@ -183,9 +183,10 @@ Translator::Fragment Translator::TranslateCase(const Expr& expr, const Scope& sc
 
 Translator::Fragment Translator::TranslateCast(const Expr& expr, const Scope& scope) {
   Fragment value = Translate(*expr.args[0], scope);
+  // Not at binding: the cast may stand in a branch that is not taken, and its result may be converted again.
+  value.parameter = -1;
   if (expr.args.size() == 1) {
     Coerce(value, expr.type, Purpose::kCast);
-    // What converts the result further must not take the place of this conversion.
     return {value.sql, expr.type, -1, false};
   }
   Fragment style = Translate(*expr.args[1], scope);

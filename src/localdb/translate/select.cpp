@@ -102,13 +102,21 @@ std::string Translator::TranslateTop(const Expr& top, const Scope& scope) {
   return " LIMIT " + limit.sql;
 }
 
-void Translator::TranslateStar(const SelectItem& item, const Scope& scope, QuerySql& out, std::string& list) {
+// Makes a selected value one of the column that it is inserted into.
+void Translator::StoreIn(const Targets* targets, std::size_t place, Fragment& value) {
+  if (targets && place < targets->size()) Coerce(value, (*targets)[place]->type, Purpose::kStore);
+}
+
+void Translator::TranslateStar(const SelectItem& item, const Scope& scope, const Targets* targets, QuerySql& out,
+                               std::string& list) {
   bool found = false;
   for (const ScopeTable& table : scope.tables) {
     if (!item.star_qualifier.empty() && !EqualsIgnoreCase(item.star_qualifier, table.alias)) continue;
     found = true;
     for (const Column& column : *table.columns) {
-      list += (list.empty() ? "" : ", ") + QuoteName(table.alias) + "." + QuoteName(column.name);
+      Fragment value{QuoteName(table.alias) + "." + QuoteName(column.name), column.type, -1, true};
+      StoreIn(targets, out.columns.size(), value);
+      list += (list.empty() ? "" : ", ") + Collated(value);
       out.columns.push_back(column);
     }
   }
@@ -120,12 +128,11 @@ void Translator::TranslateItems(const SelectCore& core, const Scope& scope, cons
                                 std::string& list) {
   for (const SelectItem& item : core.items) {
     if (!item.value) {
-      TranslateStar(item, scope, out, list);
+      TranslateStar(item, scope, targets, out, list);
       continue;
     }
     Fragment value = Translate(*item.value, scope);
-    bool has_target = targets && out.columns.size() < targets->size();
-    if (has_target) Coerce(value, (*targets)[out.columns.size()]->type, Purpose::kStore);
+    StoreIn(targets, out.columns.size(), value);
     Column column;
     column.type = value.type;
     column.name = !item.alias.empty() ? item.alias : item.value->kind == ExprKind::kColumn ? item.value->name : "";

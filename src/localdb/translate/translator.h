@@ -138,7 +138,9 @@ class Translator {
   QuerySql TranslateCore(const SelectCore& core, const Query& query, const Scope* parent, const Targets* targets);
   void TranslateItems(const SelectCore& core, const Scope& scope, const Targets* targets, QuerySql& out,
                       std::string& list);
-  void TranslateStar(const SelectItem& item, const Scope& scope, QuerySql& out, std::string& list);
+  void TranslateStar(const SelectItem& item, const Scope& scope, const Targets* targets, QuerySql& out,
+                     std::string& list);
+  void StoreIn(const Targets* targets, std::size_t place, Fragment& value);
   std::string TranslateFrom(const std::vector<TableRef>& from, Scope& scope);
   std::string TranslateTable(const TableRef& ref, Scope& scope);
   std::string TranslateOrderBy(const std::vector<OrderItem>& items, const Scope& scope, const QuerySql& select);
