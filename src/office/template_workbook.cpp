@@ -9,6 +9,7 @@
 #include <com/sun/star/sheet/XCellRangeAddressable.hpp>
 #include <com/sun/star/sheet/XCellRangeData.hpp>
 #include <com/sun/star/sheet/XCellRangeMovement.hpp>
+#include <com/sun/star/sheet/XPrintAreas.hpp>
 #include <com/sun/star/sheet/XSheetCellCursor.hpp>
 #include <com/sun/star/sheet/XSheetOperation.hpp>
 #include <com/sun/star/sheet/XSpreadsheet.hpp>
@@ -125,6 +126,7 @@ class TemplateWorkbook : public Workbook {
         look->setPropertyValue(rtl::OUString::createFromAscii(weight), css::uno::Any(css::awt::FontWeight::NORMAL));
       }
       for (int i = 0; i < count; ++i) inserted_.push_back(row + i);
+      RepeatOnEachPage(row - 1);
       least_height_ = HeightOf(row + count);
     });
   }
@@ -174,6 +176,15 @@ class TemplateWorkbook : public Workbook {
     for (int i = 0; i < count; ++i) {
       movement->copyRange(css::table::CellAddress(source.Sheet, 0, first - 1 + i), source);
     }
+  }
+
+  /// The heads above the lines stand on each page of a long document.
+  void RepeatOnEachPage(int row) {
+    if (row < 1) return;
+    const Reference<css::sheet::XPrintAreas> areas(sheet_, UNO_QUERY_THROW);
+    const Reference<css::sheet::XCellRangeAddressable> heads(Range(row, 1, row, 1), UNO_QUERY_THROW);
+    areas->setTitleRows(heads->getRangeAddress());
+    areas->setPrintTitleRows(true);
   }
 
   Reference<css::beans::XPropertySet> RowLook(int row) {

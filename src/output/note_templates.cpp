@@ -67,6 +67,11 @@ class NoteForm {
     return *this;
   }
 
+  NoteForm& Height(int row, double points) {
+    sheet_.row_heights[row] = points;
+    return *this;
+  }
+
   Sheet Take() { return std::move(sheet_); }
 
  private:
@@ -102,10 +107,10 @@ Sheet IssueNoteTemplate() {
                              {"批号", 13, kCentre},
                              {"有效期", 12, kCentre}})
       .Title("药品出库单")
-      .Labels(2, {{1, ""}}, 6)
-      .Labels(3, {{1, ""}}, 6)
+      .Height(2, 6)
+      .Height(3, 6)
       .Labels(4, {{1, "领用单位："}, {4, "日期："}, {5, "药库："}})
-      .Labels(5, {{1, ""}}, 6)
+      .Height(5, 6)
       .Heads(6)
       .Lines(7, 1)
       .Labels(8, {{1, "发货人："}, {3, "收货人："}, {7, "打印日期："}}, 28)
@@ -126,10 +131,11 @@ Sheet ReceiptNoteTemplate() {
                              {"批号", 12, kCentre},
                              {"有效期", 12, kCentre}})
       .Title("药品入库单  № ")
-      .Labels(2, {{1, ""}}, 6)
+      .Height(2, 6)
       .Labels(3, {{1, "供货单位："}, {4, "入库日期："}})
       .Heads(4)
       .Lines(5, 2)
+      .Height(7, 20)
       .Labels(8, {{1, "验收人签字："}, {4, "仓库主管签字："}, {8, "财务签字："}}, 34)
       .Take();
 }
@@ -147,10 +153,11 @@ Sheet WholesaleNoteTemplate() {
                              {"有效期", 12, kCentre},
                              {"批号", 13, kCentre}})
       .Title("药品批发单")
-      .Labels(2, {{1, ""}}, 6)
+      .Height(2, 6)
       .Labels(3, {{1, "购货单位："}})
       .Heads(4)
       .Lines(5, 2)
+      .Height(7, 20)
       .Labels(8, {{1, "发货人签字："}, {4, "收货人签字："}, {9, "财务签字："}}, 34)
       .Take();
 }

@@ -96,6 +96,12 @@ TEST_F(TemplateWorkbooks, LongDocumentsKeepEveryLine) {
   book->SetCells(3, 1, lines);
   book->PrintPreview();
   EXPECT_GT(printing.pdf_pages, 4);
+  int heads = 0;
+  for (std::size_t at = printing.pdf_text.find("品名价格批号"); at != std::string::npos;
+       at = printing.pdf_text.find("品名价格批号", at + 1)) {
+    ++heads;
+  }
+  EXPECT_EQ(heads, printing.pdf_pages) << "the heads stand on each page";
   for (int i = 1; i <= kLines; ++i) {
     ASSERT_NE(printing.pages.find("药品" + std::to_string(i) + (i % 9 ? "\t" : "名")), std::string::npos) << i;
     ASSERT_NE(printing.pdf_text.find("药品" + std::to_string(i)), std::string::npos) << i;
