@@ -38,6 +38,7 @@ struct Session {
   /// Reads the catalogue again when another program has changed it or a rollback has undone definitions.
   void RefreshCatalogue();
   void ReloadCatalogue();
+  void ForgetLostTemporaries();
 };
 
 /// Runs the statements of one text, and of the procedures it calls.

@@ -1,5 +1,6 @@
 #include "localdb/collation.h"
 #include "localdb/interpreter.h"
+#include "util/text.h"
 
 namespace luming::localdb {
 
@@ -33,9 +34,22 @@ void Session::ReloadCatalogue() {
   catalogue.Load(store.get());
 }
 
+// A rollback takes the temporary tables with it that were made since the transaction began.
+void Session::ForgetLostTemporaries() {
+  std::vector<std::string> lost;
+  for (const auto& table : frame.temporaries()) {
+    std::string name = Replace(table->physical, "'", "''");
+    if (ReadNumber(store.get(), "SELECT COUNT(*) FROM sqlite_temp_master WHERE name = '" + name + "'") == 0) {
+      lost.push_back(table->name);
+    }
+  }
+  for (const std::string& name : lost) frame.DropTemporary(name);
+}
+
 void Session::RefreshCatalogue() {
   if (rolled_back) {
     rolled_back = false;
+    ForgetLostTemporaries();
     ReloadCatalogue();
   }
   if (transaction.IsOpen()) return;

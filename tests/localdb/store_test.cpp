@@ -265,6 +265,23 @@ TEST_F(StoreTest, DefinitionsAreUndoneWithTheirTransaction) {
   EXPECT_EQ(connection.Execute("Select b From Gone").RecordCount(), 0);
 }
 
+TEST_F(StoreTest, TemporaryTablesGoWithTheirTransactionOrTheirConnection) {
+  MakeStore("s");
+  LocalConnection connection = Connect();
+  connection.Open(ConnectionString("s"));
+  connection.Execute("Create Table #Kept(a int) Insert into #Kept Values(1)");
+  connection.BeginTrans();
+  connection.Execute("Create Table #Gone(a int) Insert into #Gone Values(1)");
+  connection.RollbackTrans();
+  EXPECT_EQ(FailureOf(connection, "Select * From #Gone"), failure::kMissingObject);
+  connection.Execute("Create Table #Gone(b varchar(5)) Insert into #Gone Values('x')");
+  EXPECT_EQ(connection.Execute("Select b From #Gone").Field("b").Text(), "x");
+  EXPECT_EQ(connection.Execute("Select a From #Kept").RecordCount(), 1);
+  connection.Close();
+  connection.Open(ConnectionString("s"));
+  EXPECT_EQ(FailureOf(connection, "Select * From #Kept"), failure::kMissingObject);
+}
+
 TEST_F(StoreTest, ScriptsRunWholeOrNotAtAll) {
   MakeStore("s");
   LocalConnection connection = Connect();

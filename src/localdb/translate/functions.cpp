@@ -118,10 +118,13 @@ std::string_view DatePart(const Expr& expr) {
   throw SqlError(native::kSyntax, expr.name);
 }
 
+// A lone name is a function of the engine that takes all arguments.
+bool IsFunctionName(std::string_view pattern) {
+  return pattern.front() >= 'a' && pattern.front() <= 'z' && pattern.find('(') == std::string_view::npos;
+}
+
 std::string Fill(std::string_view pattern, const std::vector<std::string>& arguments) {
-  if (pattern.find_first_of("(' 0123456789") == std::string_view::npos || pattern.starts_with("t_")) {
-    if (pattern.find('(') == std::string_view::npos) return std::string(pattern) + "(" + Join(arguments, ", ") + ")";
-  }
+  if (IsFunctionName(pattern)) return std::string(pattern) + "(" + Join(arguments, ", ") + ")";
   std::string filled;
   for (std::size_t i = 0; i < pattern.size(); ++i) {
     if (pattern[i] == '?') {
