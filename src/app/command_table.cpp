@@ -2,6 +2,7 @@
 
 #include "documents/ek_yk_rkmx.h"
 #include "frame/mainfrm.h"
+#include "masterdata/ypgl_cdwf.h"
 
 namespace luming {
 
@@ -179,7 +180,7 @@ std::vector<Command> Commands() {
       Awaited(601, "Frm_wnl"),
       Own(602, &mainfrm::StartCalculator),
       Awaited(751, "sjzd"),
-      Awaited(752, "YPGL_CDWF"),
+      Modal<YPGL_CDWF>(752),
       Arrange(801, Arrangement::kCascade),
       Arrange(802, Arrangement::kTileHorizontally),
       Arrange(803, Arrangement::kTileVertically),
