@@ -3,6 +3,7 @@
 #include <QCloseEvent>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
+#include <QMoveEvent>
 #include <QTimer>
 #include <algorithm>
 
@@ -165,6 +166,11 @@ void FormWidget::closeEvent(QCloseEvent* event) {
   if (!form_) return;
   event->ignore();  // the model says whether it closes
   Enter([](Form& form) { form.UserClose(); });
+}
+
+void FormWidget::moveEvent(QMoveEvent* event) {
+  QWidget::moveEvent(event);
+  if (form_ && form_->Kind() == WindowKind::kFloating && isVisible()) form_->SetPlace({x(), y()});
 }
 
 }  // namespace luming

@@ -46,6 +46,7 @@ class FormWidget : public QWidget, public FormView {
   bool event(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
+  void moveEvent(QMoveEvent* event) override;
 
  private:
   bool HasMnemonic(const QKeyEvent& event) const;

@@ -33,6 +33,24 @@ void CentreOver(QWidget& window, const QWidget* below) {
   window.move(place.topLeft());
 }
 
+/// At the foot of the window below, where it hides least of it.
+void StandUnder(QWidget& window, const QWidget* below) {
+  CentreOver(window, below);
+  const QRect room = window.screen()->availableGeometry();
+  const int foot = below ? below->geometry().bottom() : room.bottom();
+  window.move(window.x(), std::min(foot, room.bottom() - window.height()));
+}
+
+void StandAt(QWidget& window, const WindowPlace& place) {
+  const QRect room = window.screen()->availableGeometry();
+  window.move(std::clamp(place.left, room.left(), std::max(room.left(), room.right() - window.width())),
+              std::clamp(place.top, room.top(), std::max(room.top(), room.bottom() - window.height())));
+}
+
+bool IsFloating(const QWidget& window) {
+  return window.windowFlags().testFlag(Qt::WindowStaysOnTopHint);
+}
+
 /// The window stays in front of the other without belonging to it, so that each can go first.
 void KeepAbove(QWidget& window, const QWidget* below) {
   window.winId();  // makes the window's handle
@@ -84,7 +102,7 @@ QWidget* QtDesktop::Front() const {
   QWidget* active = QApplication::activeWindow();
   if (active && active->isVisible() && std::ranges::count(stack_, active, &QPointer<QWidget>::data) > 0) return active;
   for (auto at = stack_.rbegin(); at != stack_.rend(); ++at) {
-    if (*at && (*at)->isVisible()) return *at;
+    if (*at && (*at)->isVisible() && !IsFloating(**at)) return *at;
   }
   return nullptr;
 }
@@ -92,6 +110,7 @@ QWidget* QtDesktop::Front() const {
 void QtDesktop::Raise(QWidget& window) {
   std::erase_if(stack_, [&](const QPointer<QWidget>& each) { return !each || each == &window; });
   stack_.emplace_back(&window);
+  std::ranges::stable_partition(stack_, [](const QPointer<QWidget>& each) { return !IsFloating(*each); });
   window.show();
   if (QGuiApplication::platformName() != "offscreen") window.raise();
   window.activateWindow();
@@ -186,6 +205,7 @@ void QtDesktop::Show(Form& form) {
   }
   FormWidget& widget = WidgetOf(form);
   const bool modal = WindowOf(form).waiting != nullptr;
+  if (form.Kind() == WindowKind::kFloating) return ShowFloating(widget);
   if (form.Kind() != WindowKind::kChild || modal) {
     ShowDialog(widget, modal);
   } else if (main_) {
@@ -213,6 +233,28 @@ void QtDesktop::ShowDialog(FormWidget& widget, bool modal) {
     widget.resize(widget.sizeHint().boundedTo(widget.screen()->availableSize()));
     CentreOver(widget, Front());
   }
+  Raise(widget);
+  widget.RestoreFocus();
+}
+
+void QtDesktop::ShowFloating(FormWidget& widget) {
+  const Form& form = *widget.form();
+  const bool takes_keyboard = form.Registry().Top() == &form;
+  if (!widget.isVisible()) {
+    widget.setWindowFlags(Qt::Tool | Qt::WindowTitleHint | Qt::WindowCloseButtonHint | Qt::WindowStaysOnTopHint);
+    KeepAbove(widget, main_);
+    widget.setAttribute(Qt::WA_ShowWithoutActivating);
+    widget.ensurePolished();
+    widget.resize(widget.sizeHint().boundedTo(widget.screen()->availableSize()));
+    if (form.Place()) {
+      StandAt(widget, *form.Place());
+    } else {
+      StandUnder(widget, Front());
+    }
+    stack_.emplace_back(&widget);
+    widget.show();
+  }
+  if (!takes_keyboard) return;
   Raise(widget);
   widget.RestoreFocus();
 }

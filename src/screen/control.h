@@ -120,6 +120,7 @@ void TakeIme(Form& form, Ime ime);
 
 struct TextOptions {
   std::size_t cut = 0;  ///< on leaving, cut to so many bytes of the ANSI form; 0 for never
+  std::size_t max = 0;  ///< most characters that the operator can type; 0 for any. A text set by code is not held to it
   KeyFilter keys = KeyFilter::kAny;
   Ime ime = Ime::kUnchanged;
   bool masked = false;

@@ -57,8 +57,20 @@ void Form::ShowModal() {
 }
 
 void Form::Appear() {
-  shown_ = true;
+  const bool was_shown = std::exchange(shown_, true);
+  if (kind_ != WindowKind::kFloating) {
+    forms_.BroughtToFront(*this);
+  } else if (!was_shown) {
+    forms_.AppearedBeside(*this);
+  }
+}
+
+void Form::TakeKeyboard() {
+  if (!shown_) return;
+  Forms::HandlerScope scope(forms_);
   forms_.BroughtToFront(*this);
+  forms_.desktop().Show(*this);
+  BecomeActive();
 }
 
 void Form::BecomeActive() {

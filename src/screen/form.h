@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,6 +17,14 @@ enum class WindowKind {
   kMain,    ///< the frame with menus and workspace
   kChild,   ///< a tab of the workspace
   kDialog,  ///< a window of its own
+  /// A small window that stays above all others and appears without taking the keyboard from the form in front.
+  kFloating,
+};
+
+/// Where a window stands: its upper left corner in pixels of the screen.
+struct WindowPlace {
+  int left = 0;
+  int top = 0;
 };
 
 /// Told of every change of a form; the drawn desktop has one for each form it shows.
@@ -49,6 +58,8 @@ class Form {
   void Show();
   void ShowModal();  ///< returns when the form is closed or hidden
   void Hide();
+  /// A floating form that is shown gets the keyboard.
+  void TakeKeyboard();
   bool IsShown() const { return shown_; }
   bool IsModal() const { return modal_; }  ///< while ShowModal waits for it
   /// Closes: asks QueryUnload, tells Unloading, leaves the registry. False when it was refused.
@@ -58,6 +69,10 @@ class Form {
   void UserClose();
 
   virtual Layout Arrange() const = 0;
+
+  /// Of a floating form: where it is to appear, then where the operator has moved it. Nothing: the desktop chooses.
+  const std::optional<WindowPlace>& Place() const { return place_; }
+  void SetPlace(WindowPlace place) { place_ = place; }
 
   // Controls register themselves; this is their order of declaration.
   const std::vector<Control*>& Controls() const { return controls_; }
@@ -107,6 +122,7 @@ class Form {
   std::string name_;
   std::string caption_;
   WindowKind kind_;
+  std::optional<WindowPlace> place_;
   std::vector<Control*> controls_;
   Control* active_ = nullptr;
   Control* entered_ = nullptr;  // the control whose FocusGained has run and whose FocusLost has not

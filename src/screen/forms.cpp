@@ -51,6 +51,10 @@ void Forms::BroughtToFront(Form& form) {
   shown_.insert(place, &form);
 }
 
+void Forms::AppearedBeside(Form& form) {
+  shown_.insert(shown_.begin(), &form);
+}
+
 void Forms::UnloadAll() {
   HandlerScope scope(*this);
   std::optional<Failure> first;

@@ -68,6 +68,7 @@ class Forms {
 
  private:
   friend class Form;
+  void AppearedBeside(Form& form);  ///< shown, the one in front stays in front
   template <class Matches>
   Form* LastShown(Matches matches) const;
   void Own(std::unique_ptr<Form> form);

@@ -62,6 +62,7 @@ bool TextBox::Accepts(char32_t character) const {
 }
 
 void TextBox::UserText(std::string text) {
+  if (options_.max > 0) text = Left(text, std::max(options_.max, CharCount(text_)));
   if (text == text_) return;
   Forms::HandlerScope scope(Owner().Registry());
   text_ = std::move(text);
@@ -124,6 +125,7 @@ void TextBox::DefaultKey(KeyEvent& event) {
 
 bool TextBox::TypeCharacter(char32_t character) {
   if (ReadOnly() || IsControlCharacter(character) || !Accepts(character)) return false;
+  if (options_.max > 0 && sel_length_ == 0 && CharCount(text_) >= options_.max) return false;
   ReplaceSelection(EncodeUtf8(character));
   return true;
 }

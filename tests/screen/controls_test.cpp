@@ -32,6 +32,7 @@ class FieldsForm : public Form {
   TextBox price{this, "price", "Price", {.keys = KeyFilter::kPrice}};
   TextBox quantity{this, "quantity", "Quantity", {.keys = KeyFilter::kQuantity, .select_on_focus = true}};
   TextBox digits{this, "digits", "Digits", {.keys = KeyFilter::kDigits, .ime = Ime::kOperator}};
+  TextBox brief{this, "brief", "Brief", {.max = 3}};
   ComboBox free{this, "free", "Free", {.items = {"one", "two", "three"}, .cut = 6}};
   ComboBox fixed{this, "fixed", "Fixed", {.style = ComboStyle::kFixed, .items = {"ant", "bee", "asp"}, .selected = 0}};
   CheckBox check{this, "check", "Check"};
@@ -99,6 +100,22 @@ TEST_F(ControlsTest, EditingCountsCharactersNotBytes) {
   EXPECT_EQ(form.text.Text(), "");
   Press(key::kDelete);
   EXPECT_EQ(form.text.SelStart(), 0U);
+}
+
+TEST_F(ControlsTest, TheLongestTextHoldsForTheOperatorAndNotForCode) {
+  form.brief.SetFocus();
+  Type("药品一二");
+  EXPECT_EQ(form.brief.Text(), "药品一");
+  form.brief.SelectAll();
+  Type("a");
+  EXPECT_EQ(form.brief.Text(), "a");
+  form.brief.UserText("pasted");
+  EXPECT_EQ(form.brief.Text(), "pas");
+  form.brief.SetText("1234.5");
+  EXPECT_EQ(form.brief.Text(), "1234.5");
+  Press(key::kEnd);
+  Press(key::kBackspace);
+  EXPECT_EQ(form.brief.Text(), "1234.") << "what stands there is shortened by what was taken out, and no more";
 }
 
 TEST_F(ControlsTest, ChangeFiresOnceForEachDifferentText) {

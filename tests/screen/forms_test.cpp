@@ -11,7 +11,7 @@ using Log = std::vector<std::string>;
 template <int kNumber, WindowKind kWindow>
 class LoggedForm : public Form {
  public:
-  static constexpr const char* kName = kNumber == 1 ? "One" : kNumber == 2 ? "Two" : "Main";
+  static constexpr const char* kName = kNumber == 1 ? "One" : kNumber == 2 ? "Two" : kNumber == 3 ? "Main" : "Floating";
   LoggedForm(Forms& registry, Log& the_log) : Form(registry, kName, kName, kWindow), log(the_log) {}
   ~LoggedForm() override { log.push_back(std::string("~") + kName); }
   Layout Arrange() const override { return Column({field, button}); }
@@ -36,6 +36,7 @@ class LoggedForm : public Form {
 using One = LoggedForm<1, WindowKind::kChild>;
 using Two = LoggedForm<2, WindowKind::kDialog>;
 using Main = LoggedForm<3, WindowKind::kMain>;
+using Floating = LoggedForm<4, WindowKind::kFloating>;
 
 class FormsTest : public ::testing::Test {
  protected:
@@ -151,6 +152,23 @@ TEST_F(FormsTest, UnloadAllAsksNobodyStartsAtTheLastAndPassesAFailureOn) {
   EXPECT_THROW(forms.UnloadAll(), Failure);
   EXPECT_EQ(TakeLog(), (Log{"unload Two", "unload One", "~Two", "~One"}));
   EXPECT_TRUE(forms.All().empty());
+}
+
+TEST_F(FormsTest, AFloatingFormLeavesTheKeyboardUntilItIsGivenIt) {
+  One& one = Get<One>();
+  one.Show();
+  Floating& list = Get<Floating>();
+  list.TakeKeyboard();
+  EXPECT_FALSE(list.IsShown()) << "only what is shown can have it";
+  list.Show();
+  list.Show();
+  EXPECT_EQ(forms.Top(), &one);
+  EXPECT_EQ(forms.Shown(), (std::vector<Form*>{&list, &one}));
+  list.TakeKeyboard();
+  EXPECT_EQ(forms.Top(), &list);
+  EXPECT_EQ(list.ActiveControl(), &list.field);
+  list.Hide();
+  EXPECT_EQ(forms.Top(), &one);
 }
 
 TEST_F(FormsTest, UnloadAllMayBeCalledFromAFormThatIsClosing) {
