@@ -2,6 +2,7 @@
 
 #include "documents/ek_yk_rkmx.h"
 #include "frame/mainfrm.h"
+#include "masterdata/ek_ypjbxx.h"
 #include "masterdata/ypgl_cdwf.h"
 
 namespace luming {
@@ -148,7 +149,7 @@ Command Theme(int id, int theme) {
 
 std::vector<Command> Commands() {
   return {
-      Awaited(201, "eK_YPJBXX"),
+      Command{201, eK_YPJBXX::kName, AddDrug},
       Awaited(202, "Frm_YPML"),
       Awaited(203, "Frm_YPLC"),
       Child<ek_YK_RKMX>(302),

@@ -33,7 +33,9 @@ void FieldView::SetCaptionLabel(QLabel* label, const QString& words) {
 
 void FieldView::RefreshCaption() {
   if (!caption_) return;
-  caption_->setText(words_.isEmpty() ? ToQt(control_->Caption()) : words_);
+  const QString words = words_.isEmpty() ? ToQt(control_->Caption()) : words_;
+  caption_->setText(control_->Required() ? words + "*" : words);
+  caption_->setProperty("required", control_->Required());
   caption_->setBuddy(Widget());
   caption_->setVisible(control_->Visible());
   caption_->setEnabled(control_->Enabled());

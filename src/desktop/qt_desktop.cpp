@@ -252,7 +252,10 @@ void QtDesktop::ShowFloating(FormWidget& widget) {
       StandUnder(widget, Front());
     }
     stack_.emplace_back(&widget);
+    QWidget* front = QApplication::activeWindow();
     widget.show();
+    // Not every window system lets a window appear without the keyboard.
+    if (front && !takes_keyboard) front->activateWindow();
   }
   if (!takes_keyboard) return;
   Raise(widget);

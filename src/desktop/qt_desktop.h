@@ -75,7 +75,6 @@ class QtDesktop : public Desktop, public DesktopProbe {
   void OpenMain(MainFrame& frame);
   void ShowDialog(FormWidget& widget, bool modal);
   void ShowFloating(FormWidget& widget);
-  void ShowFloating(FormWidget& widget);
   void Raise(QWidget& window);
   /// Gives the keyboard to the window that a closed one has uncovered; not every window system does.
   void ActivateFront();

@@ -11,6 +11,7 @@ namespace {
 // Editors are drawn by CalmStyle, labels by the palette: there a screen can set colours of its own.
 constexpr const char* kRules = R"(
 QLabel#caption { color: @text; }
+QLabel#caption[required="true"] { color: #c62828; }
 QLabel#caption:disabled { color: @muted; }
 QPlainTextEdit { border: 1px solid @field_line; border-radius: 3px; background: @base; }
 QPlainTextEdit:focus { border: 2px solid @accent; }

@@ -53,6 +53,9 @@ class Control {
   void SetEnabled(bool enabled);
   bool Visible() const { return visible_; }
   void SetVisible(bool visible);
+  /// A field that must not stay empty: the view marks its caption.
+  bool Required() const { return required_; }
+  void SetRequired(bool required) { required_ = required; }
   bool ReadOnly() const { return read_only_; }
   void SetReadOnly(bool read_only);
   Colour TextColour() const { return text_colour_; }
@@ -92,6 +95,7 @@ class Control {
   bool enabled_ = true;
   bool visible_ = true;
   bool read_only_ = false;
+  bool required_ = false;
   Colour text_colour_ = kNoColour;
   Colour back_colour_ = kNoColour;
 };

@@ -35,18 +35,18 @@ std::vector<std::string> ModeItems() {
   return items;
 }
 
-std::vector<GridColumn> GridColumns(const std::vector<PickerColumn>& columns) {
-  std::vector<GridColumn> made;
-  for (const PickerColumn& column : columns) made.push_back(StockColumn(column.caption));
-  return made;
-}
-
 Grid& OwnOrGiven(std::optional<Grid>& own, Grid* given, Form* form, const PickerSettings& settings) {
   if (given) return *given;
-  return own.emplace(form, "fpSpread2", GridColumns(settings.columns));
+  return own.emplace(form, "fpSpread2", PickerGridColumns(settings));
 }
 
 }  // namespace
+
+std::vector<GridColumn> PickerGridColumns(const PickerSettings& settings) {
+  std::vector<GridColumn> made;
+  for (const PickerColumn& column : settings.columns) made.push_back(StockColumn(column.caption));
+  return made;
+}
 
 ItemPicker::ItemPicker(Form* form, AppContext& app, const PickerSettings& settings, Grid* results)
     : PM(form, "PM", "品名(F3)", {.ime = Ime::kOff, .select_on_focus = true}),

@@ -12,6 +12,9 @@
 
 namespace luming {
 
+/// The columns of a result list as a grid declares them.
+std::vector<GridColumn> PickerGridColumns(const PickerSettings& settings);
+
 enum class PickedBy { kEnter, kDoubleClick };
 
 /// The search pane of a screen: what is typed into PM falls into the result list at every keystroke; Enter or a double

@@ -107,7 +107,7 @@ const std::vector<PickerSettings> kPickers = {
   {"Frm_TJJCLR",   PickerSearch::kItems,          kOwn, kNoF2, kNoTab, kMode,        kFilter,      kExaminations, ItemPriceAdjustment()},
   {"ek_YPPDD",     kControls,                     kRs,  kNoF2, kTab,   kMode,        kMouseFilter, kDrugs,        StockTake()},
   {"ek_YPKCCX",    kControls,                     kRs,  kF2,   kNoTab, kMode,        kFilter,      kDrugs,        {}},
-  {"ek_PMXZ",      kControls,                     kOwn, kF2,   kNoTab, kMode,        kFilter,      kDrugs,        {}},
+  {"ek_PMXZ",      kControls,                     kOwn, kF2,   kNoTab, kMode,        kFilter,      kDrugs,        Standard({"0.000", "0.000000", ""}, 12)},
   {"Frm_YPML",     kControls,                     kRs,  kF2,   kNoTab, kMode,        kFilter,      kDrugs,        {}},
 };
 // clang-format on

@@ -36,7 +36,7 @@ struct PickerSettings {
   const char* mode_caption;          ///< of CXFS
   const char* stock_filter_caption;  ///< of KCXS
   const char* item_class;            ///< the one entry of SFLB
-  /// Of the list fpSpread2. Empty where the results go into a grid of the screen's own.
+  /// Of the list. Empty where the screen fills a grid of its own with the results.
   std::vector<PickerColumn> columns;
 };
 
