@@ -94,7 +94,9 @@ void ComboBox::CloseList() {
 }
 
 void ComboBox::UserText(std::string text) {
-  if (options_.style == ComboStyle::kFixed || text == text_) return;
+  if (options_.style == ComboStyle::kFixed) return;
+  text_selected_ = false;
+  if (text == text_) return;
   Forms::HandlerScope scope(Owner().Registry());
   const int index = IndexOf(text);
   Show(std::move(text), index);

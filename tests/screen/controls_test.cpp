@@ -190,6 +190,10 @@ TEST_F(ControlsTest, KeysWalkAndSearchTheCombos) {
   EXPECT_EQ(form.free.Text(), "new") << "entered with its text selected";
   Press(key::kBackspace);
   EXPECT_EQ(form.free.Text(), "ne");
+  form.free.SetText("n");
+  form.free.SelectAll();
+  Type("no");
+  EXPECT_EQ(form.free.Text(), "no") << "a selected text is replaced by its own letter, too";
 }
 
 TEST_F(ControlsTest, UserChoiceClosesTheList) {
