@@ -28,11 +28,25 @@ constexpr std::size_t kShownText = 60;
 
 constexpr auto kClasses = MakeClasses();
 
+constexpr std::array<bool, 256> MakeNameCharacters() {
+  std::array<bool, 256> continues{};
+  for (std::size_t c = 0; c < 256; ++c) {
+    continues[c] = kClasses[c] == kLetter || kClasses[c] == kDigit || c == '@' || c == '$';
+  }
+  return continues;
+}
+
+constexpr auto kNameCharacters = MakeNameCharacters();
+
+// No token holds these, so nothing but a literal leaves them in a key.
+constexpr char kNumberMark = '\1';
+constexpr char kStringMark = '\2';
+
 CharClass ClassOf(char c) {
   return kClasses[static_cast<unsigned char>(c)];
 }
 bool ContinuesName(char c) {
-  return ClassOf(c) == kLetter || ClassOf(c) == kDigit || c == '@' || c == '$';
+  return kNameCharacters[static_cast<unsigned char>(c)];
 }
 
 }  // namespace
@@ -58,9 +72,11 @@ void LexedText::Lex(std::string_view text) {
   tokens_.clear();
   literals_.clear();
   key_.clear();
+  in_key_ = 0;
   std::size_t at = SkipBlanksAndComments(0);
   while (at < text_.size()) at = SkipBlanksAndComments(LexToken(at));
   Append(TokenKind::kEnd, text_.size(), text_.size());
+  key_.append(text_.substr(in_key_));
 }
 
 std::size_t LexedText::SkipBlanksAndComments(std::size_t at) const {
@@ -106,8 +122,7 @@ std::size_t LexedText::LexString(std::size_t at, std::size_t quote) {
     if (end + 1 >= text_.size() || text_[end + 1] != '\'') break;
     has_quotes = true;
   }
-  Append(TokenKind::kString, at, end + 1, '$');
-  literals_.push_back({text_.substr(quote + 1, end - quote - 1), true, has_quotes});
+  AppendLiteral(TokenKind::kString, at, end + 1, {text_.substr(quote + 1, end - quote - 1), true, has_quotes});
   return end + 1;
 }
 
@@ -137,8 +152,7 @@ std::size_t LexedText::LexNumber(std::size_t at) {
       digits();
     }
   }
-  Append(TokenKind::kNumber, at, end, '#');
-  literals_.push_back({text_.substr(at, end - at), false, false});
+  AppendLiteral(TokenKind::kNumber, at, end, {text_.substr(at, end - at), false, false});
   return end;
 }
 
@@ -156,15 +170,18 @@ std::size_t LexedText::LexSymbol(std::size_t at) {
   return at + size;
 }
 
-void LexedText::Append(TokenKind kind, std::size_t begin, std::size_t end, char mark) {
+void LexedText::Append(TokenKind kind, std::size_t begin, std::size_t end) {
   tokens_.push_back({kind, static_cast<std::uint32_t>(begin), static_cast<std::uint32_t>(end - begin),
-                     static_cast<std::uint32_t>(literals_.size()), static_cast<std::uint32_t>(key_.size())});
-  if (mark != '\0') {
-    key_.push_back(mark);
-  } else {
-    key_.append(text_.substr(begin, end - begin));
-  }
-  key_.push_back(' ');
+                     static_cast<std::uint32_t>(literals_.size()),
+                     static_cast<std::uint32_t>(key_.size() + begin - in_key_)});
+}
+
+void LexedText::AppendLiteral(TokenKind kind, std::size_t begin, std::size_t end, const Literal& literal) {
+  Append(kind, begin, end);
+  literals_.push_back(literal);
+  key_.append(text_.substr(in_key_, begin - in_key_));
+  key_.push_back(literal.is_string ? kStringMark : kNumberMark);
+  in_key_ = end;
 }
 
 }  // namespace luming::localdb

@@ -34,8 +34,8 @@ struct Literal {
   std::string Unquoted() const;
 };
 
-/// A text cut into tokens, and its key: the same tokens with `#` for each number and `$` for each string. Texts that
-/// differ in their literals alone have the same key. Refers to the text it was made from, which must outlive it.
+/// A text cut into tokens, and its key: the text with a mark in place of each number and each string. Texts that differ
+/// in their literals alone have the same key. Refers to the text it was made from, which must outlive it.
 class LexedText {
  public:
   /// Throws SqlError 102 at a character that belongs to no token, 105 at a quote without its end. May be called again:
@@ -60,12 +60,14 @@ class LexedText {
   std::size_t LexQuotedName(std::size_t at, char close);
   std::size_t LexNumber(std::size_t at);
   std::size_t LexSymbol(std::size_t at);
-  void Append(TokenKind kind, std::size_t begin, std::size_t end, char mark = '\0');
+  void Append(TokenKind kind, std::size_t begin, std::size_t end);
+  void AppendLiteral(TokenKind kind, std::size_t begin, std::size_t end, const Literal& literal);
 
   std::string_view text_;
   std::vector<Token> tokens_;
   std::vector<Literal> literals_;
   std::string key_;
+  std::size_t in_key_ = 0;  ///< so much of the text stands in the key already
 };
 
 }  // namespace luming::localdb

@@ -145,6 +145,10 @@ bool EqualsIgnoreCase(std::string_view left, std::string_view right) {
 
 bool IsValidUtf8(std::string_view bytes) {
   for (std::size_t position = 0; position < bytes.size();) {
+    if (ByteAt(bytes, position) < 0x80) {
+      ++position;
+      continue;
+    }
     const std::size_t length = Decode(bytes, position).length;
     if (length == 0) return false;
     position += length;
