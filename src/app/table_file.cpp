@@ -43,7 +43,7 @@ std::string ReadTextFile(const std::filesystem::path& file) {
 TableFile ReadTableFile(const std::filesystem::path& file) {
   std::vector<std::string> lines = Split(ReadTextFile(file), "\n");
   if (!lines.empty() && lines.back().empty()) lines.pop_back();
-  if (lines.empty()) throw Damaged(file, 1, "没有列名。");
+  if (lines.empty() || lines[0].empty()) throw Damaged(file, 1, "没有列名。");
   TableFile table{file.stem().string(), Split(lines[0], "\t"), {}};
   for (const std::string& column : table.columns) {
     if (!IsColumnName(column)) throw Damaged(file, 1, "的列名“" + column + "”不正确。");
