@@ -240,12 +240,10 @@ Recordset Executor::Query(Plan& plan, const Bindings& bindings) {
   for (const Column& column : plan.outputs) names.push_back(column.name);
   Recordset rows(std::move(names));
   while (Step(statement)) {
-    std::vector<Value> row;
-    row.reserve(plan.outputs.size());
+    Value* cells = rows.AppendRow();
     for (std::size_t i = 0; i < plan.outputs.size(); ++i) {
-      row.push_back(ToValue(ColumnDatum(statement, static_cast<int>(i)), plan.outputs[i].type));
+      cells[i] = ToValue(ColumnDatum(statement, static_cast<int>(i)), plan.outputs[i].type);
     }
-    rows.AppendRow(std::move(row));
   }
   return rows;
 }
