@@ -9,7 +9,7 @@
 namespace luming::bench {
 
 /// The same work done in two ways, by turns in one run, so that whatever else the machine does meanwhile hits both. The
-/// benchmark's time is that of our way; the plain way and the ratio of both medians stand beside it, and the same ratio
+/// benchmark's time is that of our way; the plain way and the ratio stand beside it, and the same ratio
 /// of the processor's time alone, which neither a busy machine nor a slow disk moves.
 ///
 ///   Duel duel(state);
@@ -53,7 +53,9 @@ class Duel {
     const std::chrono::duration<double> whole = std::chrono::steady_clock::now() - begin;
     return {whole.count(), ProcessorNow() - processor};
   }
-  static double Median(const std::vector<Took>& rounds, double Took::*time);
+  /// The time that one round in five stays under: what else the machine does only ever makes a round longer, by whole
+  /// slices of the scheduler.
+  static double Undisturbed(const std::vector<Took>& rounds, double Took::*time);
 
   benchmark::State& state_;
   std::vector<Took> ours_;

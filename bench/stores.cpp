@@ -14,12 +14,12 @@ constexpr const char* kConnection = "Data Source=(localdb);Initial Catalog=lumnd
 /// The years before the demonstration's first receipt, row by row in the order of their days.
 constexpr const char* kHistory =
     "INSERT INTO YK_YPRKMX(RKDH, YPBM, PM, GG, DW, CD, PLJ, RKSL, PFJ, JE, PH, XQ, CLB, LSJ, SJPFJ)"
-    " SELECT strftime('%Y%m%d', '2016-01-01', n * 3500 / total || ' days') || printf('%04d', n / 20 % 40 + 1), YPBM,"
+    " SELECT strftime('%Y%m%d', '2016-01-01', (n * 3500 / total) || ' days') || printf('%04d', n / 20 % 40 + 1), YPBM,"
     "  YPMC, GG, DW, SCCJ, PLJ, 2.0, PFJ, 2 * PFJ, 'H' || n / 5000, '2027-09-30 00:00:00.000', CAST(CLB AS INTEGER),"
     "  LSJ, PFJ FROM past JOIN drug ON drug.place = n * 7919 % (SELECT COUNT(*) FROM drug) ORDER BY n;"
     "INSERT INTO YPCRK(YPBM, SL, CLB, KCL, DW, LB, MS, RQ, KFBM, BZ, CZY)"
     " SELECT YPBM, 2.0, 1, 2.0, DW, n % 2, CASE n % 2 WHEN 0 THEN '入库记录' ELSE '药库领药到 内科' END,"
-    "  strftime('%Y-%m-%d 09:30:00.000', '2016-01-01', n * 3500 / total || ' days'), '西药库', '单号：' || n / 20,"
+    "  strftime('%Y-%m-%d 09:30:00.000', '2016-01-01', (n * 3500 / total) || ' days'), '西药库', '单号：' || n / 20,"
     "  '管理员' FROM past JOIN drug ON drug.place = n * 7919 % (SELECT COUNT(*) FROM drug) ORDER BY n;";
 
 }  // namespace
