@@ -18,7 +18,7 @@ constexpr double kGap = 4;  // between header, table and footer
 class RowHeights {
  public:
   RowHeights(const PrintGrid& grid, const ColumnPlan& columns, const TextMetrics& metrics)
-      : grid_(grid), columns_(columns), metrics_(metrics) {
+      : columns_(columns), metrics_(metrics) {
     for (const std::vector<PrintCell>& cells : grid.heads) head_lines.push_back(LinesOf(cells));
     for (const std::vector<PrintCell>& cells : grid.rows) row_lines.push_back(LinesOf(cells));
   }
@@ -44,7 +44,6 @@ class RowHeights {
     return most;
   }
 
-  const PrintGrid& grid_;
   const ColumnPlan& columns_;
   const TextMetrics& metrics_;
 };
