@@ -74,7 +74,12 @@ void LexedText::Lex(std::string_view text) {
   key_.clear();
   in_key_ = 0;
   std::size_t at = SkipBlanksAndComments(0);
-  while (at < text_.size()) at = SkipBlanksAndComments(LexToken(at));
+  while (at < text_.size()) {
+    at = LexToken(at);
+    // Most tokens follow each other closely.
+    bool gap = at < text_.size() && (ClassOf(text_[at]) == kBlank || text_[at] == '-' || text_[at] == '/');
+    if (gap) at = SkipBlanksAndComments(at);
+  }
   Append(TokenKind::kEnd, text_.size(), text_.size());
   key_.append(text_.substr(in_key_));
 }
@@ -158,8 +163,12 @@ std::size_t LexedText::LexNumber(std::size_t at) {
 
 std::size_t LexedText::LexSymbol(std::size_t at) {
   if (ClassOf(text_[at]) != kOperator) throw SqlError(native::kSyntax, text_.substr(at, 1));
-  // <> <= >= != !< !> += -= *= /=
   char c = text_[at];
+  if (c == ',' || c == '(' || c == ')') {  // most symbols are these
+    Append(TokenKind::kSymbol, at, at + 1);
+    return at + 1;
+  }
+  // <> <= >= != !< !> += -= *= /=
   char next = at + 1 < text_.size() ? text_[at + 1] : '\0';
   bool comparison = c == '<' || c == '>' || c == '!';
   bool compound = c == '+' || c == '-' || c == '*' || c == '/';

@@ -1,6 +1,8 @@
 #include "util/text.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
 
 namespace luming {
 
@@ -34,6 +36,13 @@ Decoded Decode(std::string_view text, std::size_t position) {
   const bool surrogate = code_point >= 0xD800 && code_point < 0xE000;
   if (overlong || surrogate || code_point > 0x10FFFF) return {kReplacement, 0};
   return {code_point, length};
+}
+
+bool EightAscii(std::string_view text, std::size_t position) {
+  std::uint64_t bytes = 0;
+  if (text.size() - position < sizeof bytes) return false;
+  std::memcpy(&bytes, text.data() + position, sizeof bytes);
+  return (bytes & 0x8080808080808080U) == 0;
 }
 
 /// The byte offset behind the character at `position`; a bad byte is a character of its own.
@@ -145,8 +154,8 @@ bool EqualsIgnoreCase(std::string_view left, std::string_view right) {
 
 bool IsValidUtf8(std::string_view bytes) {
   for (std::size_t position = 0; position < bytes.size();) {
-    if (ByteAt(bytes, position) < 0x80) {
-      ++position;
+    if (EightAscii(bytes, position)) {
+      position += 8;
       continue;
     }
     const std::size_t length = Decode(bytes, position).length;
