@@ -3,6 +3,7 @@
 #include "documents/ek_yk_rkmx.h"
 #include "frame/mainfrm.h"
 #include "masterdata/ek_ypjbxx.h"
+#include "masterdata/frm_ypml.h"
 #include "masterdata/ypgl_cdwf.h"
 
 namespace luming {
@@ -150,7 +151,7 @@ Command Theme(int id, int theme) {
 std::vector<Command> Commands() {
   return {
       Command{201, eK_YPJBXX::kName, AddDrug},
-      Awaited(202, "Frm_YPML"),
+      Child<Frm_YPML>(202),
       Awaited(203, "Frm_YPLC"),
       Child<ek_YK_RKMX>(302),
       Awaited(303, "ek_YK_RKMXCX"),

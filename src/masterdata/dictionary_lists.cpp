@@ -5,16 +5,24 @@
 
 namespace luming {
 
-void LoadCombos(AppContext& app, std::string_view sql, const std::vector<DictionaryList>& lists) {
+std::map<std::string, std::vector<std::string>> ReadDictionaries(AppContext& app, std::string_view sql) {
+  std::map<std::string, std::vector<std::string>> dictionaries;
   Recordset rows;
   OpenRs(app, rows, sql);
   for (; !rows.Eof(); rows.MoveNext()) {
-    const std::string controlid = rows.Field("controlid").TextOrEmpty();
-    for (const DictionaryList& entry : lists) {
-      if (EqualsIgnoreCase(entry.controlid, controlid)) entry.list->AddItem(rows.Field("DMMC").TextOrEmpty());
-    }
+    dictionaries[UpperAscii(rows.Field("controlid").TextOrEmpty())].push_back(rows.Field("DMMC").TextOrEmpty());
   }
   CloseRs(rows);
+  return dictionaries;
+}
+
+void LoadCombos(AppContext& app, std::string_view sql, const std::vector<DictionaryList>& lists) {
+  const auto dictionaries = ReadDictionaries(app, sql);
+  for (const DictionaryList& entry : lists) {
+    const auto found = dictionaries.find(UpperAscii(entry.controlid));
+    if (found == dictionaries.end()) continue;
+    for (const std::string& item : found->second) entry.list->AddItem(item);
+  }
 }
 
 }  // namespace luming

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <map>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -13,6 +15,9 @@ struct DictionaryList {
   std::string_view controlid;  ///< compared without regard to case
   ComboBox* list;
 };
+
+/// Entries by upper-case `controlid`, each in the order of the rows that `sql` reads from CS. Throws Failure.
+std::map<std::string, std::vector<std::string>> ReadDictionaries(AppContext& app, std::string_view sql);
 
 /// Adds `DMMC` of each row that `sql` reads from CS to the lists of its `controlid`, in the order of the rows.
 /// Throws Failure when the rows cannot be read.

@@ -3,6 +3,9 @@
 #include <cstdint>
 #include <string>
 
+#include "platform/database.h"
+#include "util/text.h"
+
 namespace luming {
 
 /// How a row of the drug catalogue YF_YPML counts: one DW holds CLB of ZXDW. Stock counts ZXDW; all prices are those of
@@ -16,5 +19,10 @@ struct DrugUnits {
   bool IsSplit() const { return CLB > 1; }
   std::int16_t LargeUnitRatio() const { return IsSplit() ? CLB : std::int16_t{1}; }
 };
+
+/// Whether a flag column is set: 1, or a true bit where a site has one.
+inline bool IsFlagSet(const Value& flag) {
+  return !flag.IsNull() && (flag.Text() == "1" || EqualsIgnoreCase(flag.Text(), "True"));
+}
 
 }  // namespace luming

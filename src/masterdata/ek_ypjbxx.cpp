@@ -5,6 +5,7 @@
 #include "frame/gateway.h"
 #include "masterdata/clean_control.h"
 #include "masterdata/dictionary_lists.h"
+#include "masterdata/drug_record.h"
 #include "masterdata/frm_check.h"
 #include "masterdata/nhxmxz.h"
 #include "masterdata/phonetic.h"
@@ -15,11 +16,6 @@
 namespace luming {
 
 namespace {
-
-/// A flag column as the tables of the suite hold it.
-bool IsSet(const Value& flag) {
-  return !flag.IsNull() && (flag.TextOrEmpty() == "1" || EqualsIgnoreCase(flag.TextOrEmpty(), "True"));
-}
 
 /// Shows what a row holds. A fixed list that has no such entry gets it, so that saving the row does not lose it.
 void ShowStored(ComboBox& list, const std::string& text) {
@@ -153,7 +149,7 @@ void eK_YPJBXX::GuardChange() {
 void eK_YPJBXX::ShowRow(const Recordset& row) {
   const auto stored = [&](const char* column) { return row.Field(column).TextOrEmpty(); };
   const auto show_flag = [&](ComboBox& list, const char* column) {
-    if (!row.Field(column).IsNull()) list.SetText(IsSet(row.Field(column)) ? "是" : "否");
+    if (!row.Field(column).IsNull()) list.SetText(IsFlagSet(row.Field(column)) ? "是" : "否");
   };
   if (!row.Field("YPBM").IsNull()) YPBM.SetText(stored("YPBM"));
   SPMC.SetText(stored("SPMC"));
@@ -167,7 +163,7 @@ void eK_YPJBXX::ShowRow(const Recordset& row) {
   CLB.SetText(stored("CLB"));
   ShowStored(ZXDW, stored("ZXDW"));
   ShowStored(SFXM, stored("SFXM"));
-  SFSF.SetText(IsSet(row.Field("SFSF")) ? "是" : "否");
+  SFSF.SetText(IsFlagSet(row.Field("SFSF")) ? "是" : "否");
   show_flag(ZHJBZ, "ZHJBZ");
   show_flag(HLYY, "HZYLYY");
   show_flag(GFYY, "GFYY");
@@ -188,8 +184,8 @@ void eK_YPJBXX::ShowRow(const Recordset& row) {
   ShowStored(YYPC, stored("YYPC"));
   DCJL.SetText(stored("DCJL"));
   ShowStored(GYTJ, stored("GYTJ"));
-  ZSYP.SetChecked(IsSet(row.Field("ZSYP")));
-  PSPB.SetChecked(IsSet(row.Field("PSPB")));
+  ZSYP.SetChecked(IsFlagSet(row.Field("ZSYP")));
+  PSPB.SetChecked(IsFlagSet(row.Field("PSPB")));
   KCL.SetText(stored("YKKCL"));
   YBXMBH.SetText(stored("YBXMBH"));
   NHXMBH.SetText(stored("NHXMBH"));

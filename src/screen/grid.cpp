@@ -210,8 +210,11 @@ void Grid::Redraw() {
 
 void Grid::Fill(Recordset&& rows, const std::vector<ColumnSource>& sources) {
   const int count = rows.RecordCount();
+  constexpr std::size_t kNoField = std::string::npos;
   std::vector<std::size_t> fields;
-  for (const ColumnSource& source : sources) fields.push_back(rows.ColumnIndex(source.field));
+  for (const ColumnSource& source : sources) {
+    fields.push_back(*source.field == '\0' ? kNoField : rows.ColumnIndex(source.field));
+  }
   fields.resize(std::min(fields.size(), cells_->columns.size()));
 
   cells_->rows.resize(static_cast<std::size_t>(count) + 1);
@@ -220,6 +223,10 @@ void Grid::Fill(Recordset&& rows, const std::vector<ColumnSource>& sources) {
     at.extras.reset();
     at.texts.resize(fields.size());
     for (std::size_t i = 0; i < fields.size(); ++i) {
+      if (fields[i] == kNoField) {
+        at.texts[i].clear();
+        continue;
+      }
       Value& value = rows.Field(fields[i]);
       const char* picture = sources[i].picture;
       at.texts[i] = *picture == '\0' ? value.TakeText() : value.Format(picture);

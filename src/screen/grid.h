@@ -31,7 +31,7 @@ struct GridColumn {
 
 /// Where a column's text comes from when a grid is filled from a recordset.
 struct ColumnSource {
-  const char* field;
+  const char* field;         ///< empty: the cells stay empty
   const char* picture = "";  ///< of FormatNumber or FormatDate; empty: the default text
 };
 
@@ -81,6 +81,8 @@ class Grid : public Control {
   bool ColumnHidden(int col) const;
   void SetColumnWidth(int col, int characters);
   int ColumnWidth(int col) const;
+  /// The width is the operator's own: it holds whatever caption and contents need.
+  bool WidthIsOperators(int col) const;
   void SetFrozenCols(int cols);  ///< stay in view while the rest scrolls
   int FrozenCols() const;
   void SetGridLines(bool on);  ///< whether lines stand between the cells when the grid is printed
@@ -126,6 +128,7 @@ class Grid : public Control {
   /// False in row mode and for a locked or formula cell; asks before_edit, too.
   bool CanEdit(int row, int col);
   void UserHeaderClick(int col);
+  void UserColumnWidth(int col, int characters);  ///< the edge of the column was dragged
 
   struct CellRef {
     int row = 0;

@@ -59,6 +59,7 @@ struct Grid::Cells {
 
   struct Column {
     int width = 0;
+    bool width_is_operators = false;
     bool hidden = false;
     GridLook look;
     std::uint64_t changed_at = 0;  ///< the count of changes after the last one in this column

@@ -153,6 +153,16 @@ void Grid::SetColumnWidth(int col, int characters) {
   Redraw();
 }
 
+void Grid::UserColumnWidth(int col, int characters) {
+  if (!cells_->Inside(0, col)) return;
+  cells_->ColumnAt(col).width_is_operators = true;
+  SetColumnWidth(col, std::max(characters, 1));
+}
+
+bool Grid::WidthIsOperators(int col) const {
+  return cells_->Inside(0, col) && cells_->ColumnAt(col).width_is_operators;
+}
+
 int Grid::ColumnWidth(int col) const {
   return cells_->Inside(0, col) ? cells_->ColumnAt(col).width : 0;
 }
