@@ -358,10 +358,13 @@ void ScriptDriver::AnswerBox(const ScriptStep& step) {
     Answer answer;
     int buttons;
   };
-  const int buttons = box->style & (box::kYesNo | box::kOkCancel);
+  constexpr int kButtons = 0x0F;  // the rest is icon and default
+  const int buttons = box->style & kButtons;
   for (const Offer& offer :
        {Offer{"yes", Answer::kYes, box::kYesNo}, Offer{"no", Answer::kNo, box::kYesNo}, Offer{"ok", Answer::kOk, 0},
-        Offer{"ok", Answer::kOk, box::kOkCancel}, Offer{"cancel", Answer::kCancel, box::kOkCancel}}) {
+        Offer{"ok", Answer::kOk, box::kOkCancel}, Offer{"cancel", Answer::kCancel, box::kOkCancel},
+        Offer{"yes", Answer::kYes, box::kYesNoCancel}, Offer{"no", Answer::kNo, box::kYesNoCancel},
+        Offer{"cancel", Answer::kCancel, box::kYesNoCancel}}) {
     if (offer.name == step.arguments[0] && offer.buttons == buttons) return probe_.AnswerBox(offer.answer);
   }
   throw ScriptProblem{0, "the box \"" + box->title + "\" has no button \"" + step.arguments[0] + "\""};
