@@ -1,5 +1,6 @@
 #include "desktop/field_view.h"
 
+#include <QAbstractButton>
 #include <QPalette>
 
 #include "desktop/form_widget.h"
@@ -60,7 +61,8 @@ void FieldView::ApplyColours(QWidget* widget) const {
     palette.setColor(QPalette::ButtonText, QColor::fromRgb(text));
   }
   if (back != Control::kNoColour) {
-    palette.setColor(QPalette::Base, QColor::fromRgb(back));
+    // The base of a check box is the box itself, which stays as it is.
+    if (!qobject_cast<QAbstractButton*>(widget)) palette.setColor(QPalette::Base, QColor::fromRgb(back));
     palette.setColor(QPalette::Window, QColor::fromRgb(back));
     widget->setAutoFillBackground(true);
   }

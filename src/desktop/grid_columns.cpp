@@ -28,7 +28,10 @@ int GridColumns::WidthOf(const Grid& grid, int col) const {
   const int padding = 2 * metrics::kFrame;
   const int caption = QFontMetrics(header_font).horizontalAdvance(ToQt(grid.Text(0, col))) + padding;
   const int character = text.averageCharWidth();
-  if (const int said = grid.ColumnWidth(col); said > 0) return std::max(said * character + padding, caption);
+  if (const int said = grid.ColumnWidth(col); said > 0) {
+    const int width = said * character + padding;
+    return grid.WidthIsOperators(col) ? width : std::max(width, caption);
+  }
   int width = std::max(caption, kNarrowestCharacters * character + padding);
   const int rows = std::min(grid.MaxRows(), kSampleRows);
   for (int row = 1; row <= rows; ++row) {
@@ -42,6 +45,10 @@ void GridColumns::Measure(const Grid& grid) {
   for (int col = 1; col < static_cast<int>(columns_.size()); ++col) {
     Column& column = columns_[static_cast<std::size_t>(col)];
     if (column.dragged || grid.ColumnHidden(col)) continue;
+    if (grid.WidthIsOperators(col)) {
+      Dragged(col, WidthOf(grid, col));
+      continue;
+    }
     column.needed = std::max(column.needed, WidthOf(grid, col));
     const bool text = grid.MaxRows() == 0 || grid.CellAlign(1, col) == Align::kLeft;
     column.grows = grid.ColumnWidth(col) == 0 && text;
@@ -82,6 +89,11 @@ void GridColumns::Apply(const Grid& grid) {
     view_.setColumnWidth(col - 1, at(col).needed + extra);
   }
   applying_ = false;
+}
+
+int GridColumns::CharactersIn(int width) const {
+  const int character = std::max(1, QFontMetrics(view_.font()).averageCharWidth());
+  return std::max(1, (width - 2 * metrics::kFrame + character / 2) / character);
 }
 
 void GridColumns::Dragged(int col, int width) {

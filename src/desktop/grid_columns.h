@@ -20,6 +20,8 @@ class GridColumns {
   void Measure(const Grid& grid);
   /// Applies hidden columns and widths to the view's present room.
   void Apply(const Grid& grid);
+  /// A width in pixels in average characters.
+  int CharactersIn(int width) const;
   /// The operator dragged the edge of a column.
   void Dragged(int col, int width);
   bool IsApplying() const { return applying_; }

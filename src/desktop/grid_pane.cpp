@@ -28,9 +28,10 @@ class CellPainter final : public QStyledItemDelegate {
     painter->save();
     painter->fillRect(option.rect, look.back);
     if (grid->Kind(row, col) == CellKind::kCheck) {
-      DrawCheck(*painter, option, index.data().toString() == "1");
+      DrawCheck(*painter, option, index.data().toString());
     } else {
-      DrawText(*painter, option, look, index.data().toString(), grid->CellAlign(row, col));
+      DrawText(*painter, RoomOf(option.rect, row, col), option.font, look, index.data().toString(),
+               grid->CellAlign(row, col));
     }
     if (look.marked) DrawMark(*painter, option.rect);
     painter->restore();
@@ -67,14 +68,25 @@ class CellPainter final : public QStyledItemDelegate {
     return look;
   }
 
-  static void DrawText(QPainter& painter, const QStyleOptionViewItem& option, const Look& look, const QString& text,
+  /// A cell that spans the edge of the frozen columns is painted by both panes, and by both from the same place on, so
+  /// that its text reads on across the edge.
+  QRect RoomOf(const QRect& cell, int row, int col) const {
+    const int frozen = pane_.grid()->FrozenCols();
+    if (col > frozen || col + pane_.grid()->Span(row, col).second - 1 <= frozen) return cell;
+    const auto* outer = dynamic_cast<const GridPane*>(pane_.parentWidget());
+    QRect room = cell;
+    room.setLeft(0);
+    room.setWidth((outer ? outer : &pane_)->viewport()->width());
+    return room;
+  }
+
+  static void DrawText(QPainter& painter, const QRect& cell, QFont font, const Look& look, const QString& text,
                        Align align) {
     if (text.isEmpty()) return;
-    QFont font = option.font;
     font.setBold(look.bold);
     painter.setFont(font);
     painter.setPen(look.text);
-    const QRect room = option.rect.adjusted(kPadding, 0, -kPadding, 0);
+    const QRect room = cell.adjusted(kPadding, 0, -kPadding, 0);
     const Qt::Alignment side = align == Align::kRight    ? Qt::AlignRight
                                : align == Align::kCentre ? Qt::AlignHCenter
                                                          : Qt::AlignLeft;
@@ -82,12 +94,14 @@ class CellPainter final : public QStyledItemDelegate {
                      QFontMetrics(font).elidedText(text, Qt::ElideRight, room.width()));
   }
 
-  void DrawCheck(QPainter& painter, const QStyleOptionViewItem& option, bool checked) const {
+  /// Neither "1" nor "0" shows as a box that is neither on nor off.
+  void DrawCheck(QPainter& painter, const QStyleOptionViewItem& option, const QString& text) const {
     QStyleOptionButton box;
     const QStyle* style = pane_.style();
     const QSize size(style->pixelMetric(QStyle::PM_IndicatorWidth), style->pixelMetric(QStyle::PM_IndicatorHeight));
     box.rect = QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size, option.rect);
-    box.state = (checked ? QStyle::State_On : QStyle::State_Off) | QStyle::State_Enabled;
+    box.state = QStyle::State_Enabled;
+    box.state |= text == "1" ? QStyle::State_On : text == "0" ? QStyle::State_Off : QStyle::State_NoChange;
     style->drawPrimitive(QStyle::PE_IndicatorCheckBox, &box, &painter, &pane_);
   }
 
@@ -133,7 +147,16 @@ bool GridPane::HasKeyboard() const {
 }
 
 QSize GridPane::sizeHint() const {
-  return {metrics::CharactersWidth(*this, 60), verticalHeader()->defaultSectionSize() * 9};
+  constexpr int kNarrowest = 40;
+  constexpr int kWidest = 120;
+  int characters = 0;
+  for (int col = 1; grid() && col <= grid()->MaxCols(); ++col) {
+    if (grid()->ColumnHidden(col)) continue;
+    const int caption = static_cast<int>(grid()->Text(0, col).size());  // bytes: three for two character widths
+    characters += std::max({grid()->ColumnWidth(col), caption, 8}) + 2;
+  }
+  return {metrics::CharactersWidth(*this, std::clamp(characters, kNarrowest, kWidest)),
+          verticalHeader()->defaultSectionSize() * 9};
 }
 
 QSize GridPane::minimumSizeHint() const {

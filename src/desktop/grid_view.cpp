@@ -34,6 +34,11 @@ class GridFieldView final : public TypedView<Grid> {
     settle_.setSingleShot(true);
     settle_.setInterval(0);
     QObject::connect(&settle_, &QTimer::timeout, pane_, [this] { Settle(); });
+    edit_later_.setSingleShot(true);
+    edit_later_.setInterval(QApplication::doubleClickInterval());
+    QObject::connect(&edit_later_, &QTimer::timeout, pane_, [this] {
+      if (Field() && pane_->isVisible()) StartEdit(edit_place_, {});
+    });
     ConnectMouse(*pane_);
     ConnectMouse(frozen_.pane());
     pane_->on_resize = [this] { Resized(); };
@@ -43,6 +48,7 @@ class GridFieldView final : public TypedView<Grid> {
                      [this](int section, int, int width) {
                        if (columns_.IsApplying() || !Field()) return;
                        columns_.Dragged(section + 1, width);
+                       Field()->UserColumnWidth(section + 1, columns_.CharactersIn(width));
                        frozen_.Follow(*Field());
                      });
     QObject::connect(pane_->verticalScrollBar(), &QScrollBar::valueChanged, pane_, [this](int top) { Scrolled(top); });
@@ -76,6 +82,7 @@ class GridFieldView final : public TypedView<Grid> {
 
   void Detach() override {
     settle_.stop();
+    edit_later_.stop();
     editor_.Cancel();
     table_.Detach();
     TypedView::Detach();
@@ -96,6 +103,8 @@ class GridFieldView final : public TypedView<Grid> {
   void ConnectMouse(GridPane& pane) {
     pane.on_press = [this](GridPane::Place at) {
       editor_.Commit();
+      if (!Field()) return;
+      pressed_again_ = Field()->ActiveRow() == at.row && Field()->ActiveCol() == at.col;
       host_.Enter([&](Form& form) {
         form.UserFocus(*Field());
         if (Field()) Field()->UserActivate(at.row, at.col);
@@ -103,11 +112,20 @@ class GridFieldView final : public TypedView<Grid> {
     };
     pane.on_click = [this](GridPane::Place at) {
       host_.Enter([&](Form&) { Field()->UserClickCell(at.row, at.col); });
-      if (Field() && Field()->Kind(at.row, at.col) == CellKind::kCheck) StartEdit(at, {});
+      if (!Field()) return;
+      if (Field()->Kind(at.row, at.col) == CellKind::kCheck) {
+        StartEdit(at, {});
+      } else if (pressed_again_ && Field()->double_click.IsConnected()) {
+        edit_place_ = at;
+        edit_later_.start();
+      }
     };
     pane.on_double_click = [this](GridPane::Place at) {
+      edit_later_.stop();
+      const bool means_something_else = Field() && Field()->double_click.IsConnected();
       host_.Enter([&](Form&) { Field()->UserDoubleClick(at.row, at.col); });
-      if (Field() && Field()->Kind(at.row, at.col) != CellKind::kCheck && pane_->isVisible()) StartEdit(at, {});
+      if (means_something_else || !Field() || !pane_->isVisible()) return;
+      if (Field()->Kind(at.row, at.col) != CellKind::kCheck) StartEdit(at, {});
     };
     pane.on_right_press = [this](GridPane::Place at) {
       host_.Enter([&](Form&) { Field()->UserRightClick(at.row, at.col); });
@@ -178,7 +196,10 @@ class GridFieldView final : public TypedView<Grid> {
     const auto [rows, cols] = Field()->Span(row, col);
     if (rows == 0) return;
     const bool shown = pane_->rowSpan(row - 1, col - 1) != rows || pane_->columnSpan(row - 1, col - 1) != cols;
-    if (shown) pane_->setSpan(row - 1, col - 1, rows, cols);
+    if (!shown) return;
+    pane_->setSpan(row - 1, col - 1, rows, cols);
+    const int frozen = Field()->FrozenCols();
+    if (col <= frozen) frozen_.pane().setSpan(row - 1, col - 1, rows, std::min(cols, frozen - col + 1));
   }
 
   GridTable table_;
@@ -187,6 +208,10 @@ class GridFieldView final : public TypedView<Grid> {
   FrozenPane frozen_;
   CellEditor editor_;
   QTimer settle_;
+  // Where a double click is the screen's own, a second click on the active cell opens it for editing.
+  QTimer edit_later_;
+  GridPane::Place edit_place_;
+  bool pressed_again_ = false;
   int shown_top_ = 1;
   bool showing_top_ = false;
   GridPane::Place shown_active_;

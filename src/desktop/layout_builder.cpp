@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QSplitter>
 #include <algorithm>
+#include <map>
 
 #include "desktop/form_widget.h"
 #include "desktop/metrics.h"
@@ -15,6 +16,8 @@ namespace luming {
 namespace {
 
 using Kind = Layout::Kind;
+
+constexpr int kPixelsOfShare = 1000;  // more than a screen has, so that only the proportion counts
 
 bool IsGrowingControl(const Control& control) {
   switch (control.Kind()) {
@@ -57,6 +60,8 @@ class Builder {
   explicit Builder(FormWidget& form) : form_(form) {}
 
   QWidget* Build(const Layout& part);
+  /// Fields in the same number of columns stand in line with each other, wherever in the form they are.
+  void AlignFields();
 
  private:
   /// Adds `part` with its caption in front to a row or column.
@@ -70,6 +75,7 @@ class Builder {
   void ApplySize(QWidget& widget, const Layout& part);
 
   FormWidget& form_;
+  std::multimap<int, QGridLayout*> fields_;  // by their number of columns
 };
 
 void Builder::ApplySize(QWidget& widget, const Layout& part) {
@@ -164,8 +170,27 @@ QWidget* Builder::BuildFields(const Layout& part) {
   for (int column = 0; column < columns; ++column) {
     grid->setColumnStretch(column * 2 + 1, 1);
   }
+  fields_.emplace(columns, grid);
   ApplySize(*widget, part);
   return widget;
+}
+
+void Builder::AlignFields() {
+  std::map<std::pair<int, int>, int> widest;
+  const auto each_column = [&](const auto& visit) {
+    for (const auto& [columns, grid] : fields_) {
+      for (int column = 0; column < 2 * columns; ++column) visit(*grid, column, widest[{columns, column}]);
+    }
+  };
+  each_column([](QGridLayout& grid, int column, int& width) {
+    for (int row = 0; row < grid.rowCount(); ++row) {
+      const QLayoutItem* item = grid.itemAtPosition(row, column);
+      if (!item || !item->widget()) continue;
+      item->widget()->ensurePolished();
+      width = std::max(width, item->widget()->sizeHint().width());
+    }
+  });
+  each_column([](QGridLayout& grid, int column, int width) { grid.setColumnMinimumWidth(column, width); });
 }
 
 QWidget* Builder::BuildGroup(const Layout& part) {
@@ -181,12 +206,16 @@ QWidget* Builder::BuildSplit(const Layout& part, Qt::Orientation orientation) {
   auto* split = new QSplitter(orientation, &form_);
   split->setChildrenCollapsible(false);
   split->setHandleWidth(metrics::kGap);
+  QList<int> shares;
   for (const Layout& inner : part.parts) {
     QWidget* widget = Build(inner);
     if (!widget) continue;
     split->addWidget(widget);
-    split->setStretchFactor(split->count() - 1, inner.stretch >= 0 ? inner.stretch : 1);
+    const int share = inner.stretch >= 0 ? inner.stretch : 1;
+    split->setStretchFactor(split->count() - 1, share);
+    shares.push_back(share * kPixelsOfShare);
   }
+  split->setSizes(shares);  // in proportion, whatever the parts would like
   return split;
 }
 
@@ -219,7 +248,9 @@ void BuildLayout(FormWidget& form, const Layout& arrangement) {
   auto* box = new QVBoxLayout(&form);
   const int margin = form.form()->Kind() == WindowKind::kDialog ? metrics::kDialogMargin : metrics::kMargin;
   box->setContentsMargins(margin, margin, margin, margin);
-  if (QWidget* widget = Builder(form).Build(arrangement)) box->addWidget(widget);
+  Builder builder(form);
+  if (QWidget* widget = builder.Build(arrangement)) box->addWidget(widget);
+  builder.AlignFields();
 }
 
 }  // namespace luming

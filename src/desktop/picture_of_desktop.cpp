@@ -15,7 +15,14 @@ constexpr int kMargin = 12;
 constexpr int kShadow = 8;
 
 bool HasTitle(const QWidget& window) {
-  return window.windowType() == Qt::Window || window.windowType() == Qt::Dialog;
+  switch (window.windowType()) {
+    case Qt::Window:
+    case Qt::Dialog:
+    case Qt::Tool:
+      return true;
+    default:
+      return false;
+  }
 }
 
 QRect Framed(const QWidget& window) {

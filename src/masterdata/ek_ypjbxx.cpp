@@ -59,10 +59,9 @@ Layout eK_YPJBXX::Arrange() const {
       Group("规格、单位与价格", Fields(4, {GG, DW, LSJ, CLB, CLLSJ, ZXDW, KCL, SCCJ})),
       Group("分类与限量",
             Fields(4, {ABC, JX, PZWH, ZCSB, ZLZK, SFSF, YBYY, ZHJBZ, CFXL, HLYY, GFYY, KCSX, KCXX, YFKCSX, YFKCXX})),
-      Group("医保与用法", Fields(4, {Row({NHXMBH, Choose_NHXMBH}), Row({YBXMBH, Choose_YBXMBH}), GYTJ, YYPC, DCJL,
-                                     YLZYFL, JLDW, Row({ZSYP, PSPB})})),
+      Group("医保与用法", Fields(4, {NHXMBH, YBXMBH, GYTJ, YYPC, DCJL, YLZYFL, JLDW, Row({ZSYP, PSPB})})),
       Note,
-      Row({Command2, Space(), Check1, Com_Save, Command6}),
+      Row({Command2, Choose_NHXMBH, Choose_YBXMBH, Space(), Check1, Com_Save, Command6}),
   });
 }
 

@@ -65,8 +65,8 @@ class eK_YPJBXX : public Form, public DrugTaker {
   Button Com_Save{this, "Com_Save", "确定(&Y)", &eK_YPJBXX::Com_Save_Click};
   Button Command6{this, "Command6", "关闭(&Q)", &eK_YPJBXX::Command6_Click};
   Button Command2{this, "Command2", "从药品目录中引入(&F)", &eK_YPJBXX::Command2_Click};
-  Button Choose_NHXMBH{this, "Choose_NHXMBH", "…", &eK_YPJBXX::Choose_NHXMBH_Click};
-  Button Choose_YBXMBH{this, "Choose_YBXMBH", "…", &eK_YPJBXX::Choose_YBXMBH_Click};
+  Button Choose_NHXMBH{this, "Choose_NHXMBH", "选择农合编码(&N)", &eK_YPJBXX::Choose_NHXMBH_Click};
+  Button Choose_YBXMBH{this, "Choose_YBXMBH", "选择医保编码(&B)", &eK_YPJBXX::Choose_YBXMBH_Click};
   Label Note{this, "Note", "红字带*号为必填项目  要修改药品信息直接在药品目录中修改"};
   // clang-format on
 

@@ -148,6 +148,9 @@ TEST_F(GridViewTest, ChecksTurnAndListsOpen) {
   EXPECT_EQ(form.fpSpread1.Text(1, 5), "0");
 
   Mouse(table, QEvent::MouseButtonDblClick, 1, 6);
+  EXPECT_EQ(table->findChild<QComboBox*>("cellEditor"), nullptr) << "the double click is the screen's own";
+  form.fpSpread1.double_click = {};
+  Mouse(table, QEvent::MouseButtonDblClick, 1, 6);
   auto* list = table->findChild<QComboBox*>("cellEditor");
   ASSERT_NE(list, nullptr);
   list->setCurrentIndex(1);

@@ -295,6 +295,18 @@ TEST_F(ScriptDriverTest, BoxesAndFileDialogsAreAnsweredOneByOne) {
       << errors.str();
 }
 
+TEST_F(ScriptDriverTest, ABoxOfThreeTakesEachOfItsAnswers) {
+  for (const auto& [name, answer] :
+       {std::pair{"yes", Answer::kYes}, {"no", Answer::kNo}, {"cancel", Answer::kCancel}}) {
+    Answer given = Answer::kOk;
+    ScriptDriver driver(desktop, host, out, errors);
+    driver.ReadText(std::string("answer ") + name, "three");
+    desktop.pump = [&] { driver.Step(); };
+    given = desktop.MsgBox({"保存？", box::kWarning + box::kYesNoCancel, "警告"});
+    EXPECT_EQ(given, answer) << name;
+  }
+}
+
 TEST_F(ScriptDriverTest, AllFailedExpectationsAreReported) {
   host.pages = "page 1\f";
   EXPECT_EQ(RunOnChild("expect PM x\n"
