@@ -30,6 +30,7 @@ class SqlError : public Failure {
 namespace native {
 inline constexpr int kSyntax = 102;
 inline constexpr int kOpenQuote = 105;
+inline constexpr int kOpenComment = 113;
 inline constexpr int kMustDeclare = 137;
 inline constexpr int kSyntaxKeyword = 156;
 inline constexpr int kNestedTooDeep = 191;

@@ -22,8 +22,7 @@ std::vector<Recordset> Interpreter::RunBatch(const std::vector<StatementPtr>& st
 std::vector<Recordset> Interpreter::RunPlan(Plan& plan, const Bindings& bindings) {
   try {
     if (plan.is_query) {
-      results_.push_back(session_.executor.Query(Ready(plan), bindings));
-      SetRowCount(results_.back().RecordCount());
+      RunQuery(plan, bindings);
     } else {
       RunChange(plan, bindings);
     }
@@ -58,7 +57,11 @@ Interpreter::Flow Interpreter::Run(const Statement& statement, Body& body) {
     HandleError(error);
     bool ends_statement_only = error.reach() == Reach::kStatement && !session_.xact_abort;
     if (tries_ > 0 || !ends_statement_only) throw;
-    if (!first_error_) first_error_ = error;
+    if (listener_) {
+      listener_->Failed(error);
+    } else if (!first_error_) {
+      first_error_ = error;
+    }
     return Flow::kNext;
   }
 }
@@ -155,6 +158,7 @@ void Interpreter::Assign(const std::string& variable, const Datum& value, const 
 
 void Interpreter::SetOption(const SetOptionStatement& set) {
   if (set.option == "XACT_ABORT") session_.xact_abort = set.on;
+  if (set.option == "NOCOUNT") session_.no_count = set.on;
   if (set.option == "IDENTITY_INSERT") session_.identity_insert = set.on ? set.table : "";
 }
 

@@ -10,6 +10,7 @@
 #include "localdb/executor.h"
 #include "localdb/frame.h"
 #include "localdb/plan_cache.h"
+#include "localdb/result_listener.h"
 #include "localdb/transaction.h"
 #include "platform/database.h"
 
@@ -30,6 +31,7 @@ struct Session {
   Transaction transaction;
   PlanCache plans;
   bool xact_abort = false;
+  bool no_count = false;
   std::string identity_insert;  ///< the table whose identity column may be written
   bool system_tables_filled = false;
   bool rolled_back = false;  ///< set by the engine
@@ -44,10 +46,11 @@ struct Session {
 /// Runs the statements of one text, and of the procedures it calls.
 class Interpreter {
  public:
-  explicit Interpreter(Session& session) : session_(session) {}
+  /// @param listener is told what the statements give, instead of keeping it; may be null
+  explicit Interpreter(Session& session, ResultListener* listener = nullptr) : session_(session), listener_(listener) {}
 
   /// Runs a batch to its end, or to an error that ends it. An error that ends only its statement is thrown behind the
-  /// last statement, so that what stands behind it has run.
+  /// last statement, so that what stands behind it has run; a listener is told at once instead.
   std::vector<Recordset> RunBatch(const std::vector<StatementPtr>& statements, const LexedText& lexed);
 
   /// Runs a plan that is no part of a batch with variables.
@@ -114,8 +117,11 @@ class Interpreter {
   void DropTemporaries(Frame& frame);
 
   void SetRowCount(std::int64_t count);
+  void TellChanged(std::int64_t count);
+  void RunQuery(Plan& plan, const Bindings& bindings);
 
   Session& session_;
+  ResultListener* listener_;
   std::vector<Recordset> results_;
   std::optional<SqlError> first_error_;
   std::int64_t return_value_ = 0;

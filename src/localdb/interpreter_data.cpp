@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <utility>
 
 #include "localdb/definition.h"
 #include "localdb/errors.h"
@@ -83,17 +84,32 @@ void Interpreter::RunData(const Statement& statement, Body& body) {
   Bindings bindings = BindingsOf(body, body.lexed.tokens()[statement.first_token].literal);
   if (!plan.is_query) return RunChange(plan, bindings);
   if (!plan.variables.empty()) return RunAssigning(plan, bindings, body);
-  results_.push_back(session_.executor.Query(Ready(plan), bindings));
-  SetRowCount(results_.back().RecordCount());
+  RunQuery(plan, bindings);
+}
+
+void Interpreter::TellChanged(std::int64_t count) {
+  if (listener_ && !session_.no_count) listener_->Changed(count);
+}
+
+void Interpreter::RunQuery(Plan& plan, const Bindings& bindings) {
+  Recordset rows = session_.executor.Query(Ready(plan), bindings);
+  SetRowCount(rows.RecordCount());
+  if (listener_) {
+    listener_->Rows(plan.outputs, rows);
+  } else {
+    results_.push_back(std::move(rows));
+  }
 }
 
 void Interpreter::RunChange(Plan& plan, const Bindings& bindings) {
   bool refused = !plan.identity_table.empty() && !EqualsIgnoreCase(plan.identity_table, session_.identity_insert);
   if (refused) throw SqlError(native::kExplicitIdentity, plan.identity_table);
-  SetRowCount(session_.executor.Change(Ready(plan), bindings));
+  const std::int64_t count = session_.executor.Change(Ready(plan), bindings);
+  SetRowCount(count);
   if (plan.sets_identity) {
     session_.identity.value = std::int64_t{sqlite3_last_insert_rowid(session_.store.get())};
   }
+  TellChanged(count);
 }
 
 void Interpreter::RunAssigning(Plan& plan, const Bindings& bindings, Body& body) {
@@ -153,7 +169,14 @@ void Interpreter::InsertRow(const Table& table, const std::vector<const Column*>
 void Interpreter::RunInsertExec(const InsertStatement& insert, Body& body) {
   std::vector<Recordset> outer = std::move(results_);
   results_.clear();
-  RunExec(*insert.exec, body);
+  ResultListener* listener = std::exchange(listener_, nullptr);
+  try {
+    RunExec(*insert.exec, body);
+  } catch (const SqlError&) {
+    listener_ = listener;
+    throw;
+  }
+  listener_ = listener;
   std::vector<Recordset> results = std::move(results_);
   results_ = std::move(outer);
   bool temporary = insert.table.starts_with('#') || insert.table.starts_with('@');
@@ -173,6 +196,7 @@ void Interpreter::RunInsertExec(const InsertStatement& insert, Body& body) {
     for (; !rows.Eof(); rows.MoveNext(), ++count) InsertRow(*table, columns, rows, body);
   }
   SetRowCount(count);
+  TellChanged(count);
 }
 
 Plan& Interpreter::ExpressionPlan(const Expr& expr, const SqlType* type, Body& body) {

@@ -13,14 +13,19 @@ constexpr int kDeepestCall = 32;
 // Settings that a procedure makes end with it.
 class KeepSettings {
  public:
-  explicit KeepSettings(Session& session) : session_(session), xact_abort_(session.xact_abort) {}
-  ~KeepSettings() { session_.xact_abort = xact_abort_; }
+  explicit KeepSettings(Session& session)
+      : session_(session), xact_abort_(session.xact_abort), no_count_(session.no_count) {}
+  ~KeepSettings() {
+    session_.xact_abort = xact_abort_;
+    session_.no_count = no_count_;
+  }
   KeepSettings(const KeepSettings&) = delete;
   KeepSettings& operator=(const KeepSettings&) = delete;
 
  private:
   Session& session_;
   bool xact_abort_;
+  bool no_count_;
 };
 
 }  // namespace
@@ -88,6 +93,7 @@ void Interpreter::RunProcedure(const Procedure& procedure, const ExecStatement& 
   KeepSettings settings(session_);
   Body inner{procedure.script->lexed, frame, true};
   return_value_ = 0;
+  if (listener_ && depth_ == 0) listener_->ProcedureBegan();
   ++depth_;
   try {
     RunAll(procedure.definition().body, inner);
@@ -98,6 +104,7 @@ void Interpreter::RunProcedure(const Procedure& procedure, const ExecStatement& 
   }
   --depth_;
   DropTemporaries(frame);
+  if (listener_ && depth_ == 0) listener_->ProcedureEnded(return_value_);
   ReturnOutputs(procedure, exec, body, frame);
   if (!exec.return_variable.empty()) Assign(exec.return_variable, return_value_, SqlType::BigInt(), body);
 }

@@ -93,12 +93,23 @@ std::size_t LexedText::SkipBlanksAndComments(std::size_t at) const {
     } else if (c == '-' && next == '-') {
       at = std::min(text_.find('\n', at), text_.size());
     } else if (c == '/' && next == '*') {
-      std::size_t end = text_.find("*/", at + 2);
-      at = end == std::string_view::npos ? text_.size() : end + 2;
+      at = EndOfComment(at);
     } else {
       break;
     }
   }
+  return at;
+}
+
+/// Comments of this kind stand inside each other.
+std::size_t LexedText::EndOfComment(std::size_t at) const {
+  int depth = 0;
+  do {
+    const std::string_view mark = text_.substr(at, 2);
+    if (mark.size() < 2) throw SqlError(native::kOpenComment);
+    depth += mark == "/*" ? 1 : mark == "*/" ? -1 : 0;
+    at += mark == "/*" || mark == "*/" ? 2 : 1;
+  } while (depth > 0);
   return at;
 }
 

@@ -55,6 +55,7 @@ class LexedText {
 
  private:
   std::size_t SkipBlanksAndComments(std::size_t at) const;
+  std::size_t EndOfComment(std::size_t at) const;
   std::size_t LexToken(std::size_t at);
   std::size_t LexString(std::size_t at, std::size_t quote);
   std::size_t LexQuotedName(std::size_t at, char close);

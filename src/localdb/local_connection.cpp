@@ -4,6 +4,8 @@
 #include "localdb/interpreter.h"
 #include "localdb/parser/parser.h"
 #include "localdb/store_file.h"
+#include "platform/connection_string.h"
+#include "platform/recordset_chain.h"
 #include "util/text.h"
 
 namespace luming {
@@ -11,34 +13,10 @@ namespace {
 
 using localdb::SqlError;
 
-std::string ConnectionPart(std::string_view connection_string, std::string_view key) {
-  for (const std::string& part : Split(connection_string, ";")) {
-    std::size_t equals = part.find('=');
-    if (equals == std::string::npos) continue;
-    if (EqualsIgnoreCase(Trim(part.substr(0, equals)), key)) return Trim(part.substr(equals + 1));
-  }
-  return "";
-}
-
 bool IsStoreName(std::string_view name) {
   bool forbidden =
       name.find_first_of("/\\:*?\"<>|") != std::string_view::npos || name.find('\0') != std::string_view::npos;
   return !name.empty() && name.front() != '.' && !forbidden;
-}
-
-bool IsSeparator(std::string_view line) {
-  while (!line.empty() && (line.back() == '\r' || line.back() == ' ' || line.back() == ';')) line.remove_suffix(1);
-  return EqualsIgnoreCase(Trim(line), "GO");
-}
-
-Recordset Chain(std::vector<Recordset> results) {
-  std::unique_ptr<Recordset> next;
-  for (auto result = results.rbegin(); result != results.rend(); ++result) {
-    auto current = std::make_unique<Recordset>(std::move(*result));
-    if (next) current->SetNext(std::move(next));
-    next = std::move(current);
-  }
-  return next ? std::move(*next) : Recordset();
 }
 
 }  // namespace
@@ -57,16 +35,20 @@ LocalConnection::LocalConnection(std::filesystem::path directory, const Clock& c
                                  std::chrono::milliseconds busy_timeout)
     : directory_(std::move(directory)),
       clock_(clock),
-      busy_timeout_(busy_timeout),
+      wait_(std::make_unique<localdb::LockWait>(localdb::LockWait{busy_timeout})),
       lexed_(std::make_unique<localdb::LexedText>()) {}
 
 LocalConnection::~LocalConnection() = default;
 
 void LocalConnection::Open(std::string_view connection_string) {
   Close();
-  std::string name = ConnectionPart(connection_string, "Initial Catalog");
+  std::string name = ConnectionString(connection_string).Database();
   std::filesystem::path path = StorePath(directory_, name);
-  session_ = std::make_unique<localdb::Session>(localdb::OpenStoreFile(path, name, busy_timeout_), clock_, name);
+  session_ = std::make_unique<localdb::Session>(localdb::OpenStoreFile(path, name, *wait_), clock_, name);
+}
+
+void LocalConnection::WaitWhile(std::function<bool()> goes_on) {
+  wait_->goes_on = std::move(goes_on);
 }
 
 // The engine rolls back what is open when its file is closed.
@@ -79,52 +61,32 @@ localdb::Session& LocalConnection::RequireOpen() const {
   return *session_;
 }
 
-Recordset LocalConnection::Run(std::string_view sql) {
+Recordset LocalConnection::Run(std::string_view sql, localdb::ResultListener* listener) {
   localdb::Session& session = RequireOpen();
   session.transaction.RequireAlive();
   if (session.rolled_back) session.RefreshCatalogue();
   lexed_->Lex(sql);
-  localdb::Interpreter interpreter(session);
+  localdb::Interpreter interpreter(session, listener);
   localdb::Bindings bindings{*lexed_, 0, session.frame};
   localdb::Plan* plan = session.plans.Find(lexed_->KeyOf(0, lexed_->tokens().size() - 1), bindings);
-  if (plan) return Chain(interpreter.RunPlan(*plan, bindings));
+  if (plan) return Chained(interpreter.RunPlan(*plan, bindings));
   auto statements = localdb::Parser(*lexed_).ParseBatch();
-  return Chain(interpreter.RunBatch(statements, *lexed_));
+  return Chained(interpreter.RunBatch(statements, *lexed_));
 }
 
 Recordset LocalConnection::Execute(std::string_view sql) {
-  if (IsValidUtf8(sql)) return Run(sql);
+  if (IsValidUtf8(sql)) return Run(sql, nullptr);
   std::string repaired = ToValidUtf8(sql);
-  return Run(repaired);
+  return Run(repaired, nullptr);
 }
 
-void LocalConnection::RunScript(std::string_view text) {
-  bool own_transaction = !RequireOpen().transaction.IsOpen();
-  if (own_transaction) BeginTrans();
-  std::size_t line_number = 1;
-  std::size_t batch_line = 1;
-  std::string batch;
-  auto run_batch = [&] {
-    if (!Trim(batch).empty()) Execute(batch);
-    batch.clear();
-    batch_line = line_number + 1;
-  };
-  try {
-    for (const std::string& line : Split(text, "\n")) {
-      if (IsSeparator(line)) {
-        run_batch();
-      } else {
-        batch += line + "\n";
-      }
-      ++line_number;
-    }
-    run_batch();
-    if (own_transaction) CommitTrans();
-  } catch (const Failure& error) {
-    if (own_transaction) RollbackTrans();
-    std::string place = "脚本第 " + std::to_string(batch_line) + " 行起的一批语句：";
-    throw Failure(error.number(), place + error.description(), error.source());
-  }
+void LocalConnection::Execute(std::string_view sql, localdb::ResultListener& listener) {
+  std::string repaired = ToValidUtf8(sql);
+  Run(repaired, &listener);
+}
+
+bool LocalConnection::InTransaction() const {
+  return RequireOpen().transaction.IsOpen();
 }
 
 void LocalConnection::BeginTrans() {
@@ -137,6 +99,17 @@ void LocalConnection::CommitTrans() {
 
 void LocalConnection::RollbackTrans() {
   RequireOpen().transaction.RollbackByClient();
+}
+
+/// Without full synchronisation the log reaches the disk only now and then. A commit with it takes along all that
+/// stands in the log before it, so one that changes nothing makes up for the rest.
+void LocalConnection::SetHurry(bool hurry) {
+  if (!session_ || session_->transaction.IsOpen()) return;
+  sqlite3* const store = session_->store.get();
+  localdb::RunPlain(store, hurry ? "PRAGMA synchronous = NORMAL" : "PRAGMA synchronous = FULL");
+  if (hurry) return;
+  localdb::RunPlain(store, "UPDATE \"luming$state\" SET catalogue_version = catalogue_version");
+  localdb::RunPlain(store, "PRAGMA wal_checkpoint(PASSIVE)");
 }
 
 }  // namespace luming

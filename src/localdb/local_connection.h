@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -12,8 +13,10 @@
 namespace luming {
 
 namespace localdb {
+struct LockWait;
 struct Session;
 class LexedText;
+class ResultListener;
 }  // namespace localdb
 
 /// The embedded database: T-SQL text on a file of SQLite.
@@ -31,25 +34,30 @@ class LocalConnection : public Connection {
   /// Opens the store that "Initial Catalog" names. Fails with number -2147467259 when there is none, when the file is
   /// damaged or foreign, or when another program holds it.
   void Open(std::string_view connection_string) override;
+  /// Asks all the time while a statement waits for another program's transaction; the wait ends when it says false.
+  void WaitWhile(std::function<bool()> goes_on);
   void Close() override;
   bool IsOpen() const override { return session_ != nullptr; }
 
   Recordset Execute(std::string_view sql) override;
-  /// Runs a file of batches separated by lines with the word GO, whole or not at all. A failure tells the line at which
-  /// its batch begins.
-  void RunScript(std::string_view text);
+  /// The same for a program that hands the store on to others: the listener is told of all results, in order, and of
+  /// errors that end their statement only; an error that ends the text is thrown.
+  void Execute(std::string_view sql, localdb::ResultListener& listener);
+  /// True inside a transaction, whether it was begun by the client or by a statement.
+  bool InTransaction() const;
 
   void BeginTrans() override;
   void CommitTrans() override;
   void RollbackTrans() override;
+  void SetHurry(bool hurry) override;
 
  private:
   localdb::Session& RequireOpen() const;
-  Recordset Run(std::string_view sql);
+  Recordset Run(std::string_view sql, localdb::ResultListener* listener);
 
   std::filesystem::path directory_;
   const Clock& clock_;
-  std::chrono::milliseconds busy_timeout_;
+  std::unique_ptr<localdb::LockWait> wait_;
   std::unique_ptr<localdb::Session> session_;
   std::unique_ptr<localdb::LexedText> lexed_;
 };

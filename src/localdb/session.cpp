@@ -1,3 +1,5 @@
+#include <utility>
+
 #include "localdb/collation.h"
 #include "localdb/interpreter.h"
 #include "util/text.h"
@@ -46,18 +48,23 @@ void Session::ForgetLostTemporaries() {
   for (const std::string& name : lost) frame.DropTemporary(name);
 }
 
+// What was undone need not have been a definition: a statement that fails is undone, too, and thousands may in a row.
 void Session::RefreshCatalogue() {
-  if (rolled_back) {
-    rolled_back = false;
+  const bool undone = std::exchange(rolled_back, false);
+  if (undone) {
+    system_tables_filled = false;
     ForgetLostTemporaries();
+  } else if (transaction.IsOpen()) {
+    return;
+  }
+  const std::int64_t version = ReadNumber(store.get(), "PRAGMA data_version");
+  const bool changed_by_others = std::exchange(data_version, version) != version;
+  if (!undone && !changed_by_others) return;
+  // The number that our undone definition bore another program may have given to its own.
+  if ((undone && changed_by_others) ||
+      ReadNumber(store.get(), "SELECT catalogue_version FROM \"luming$state\"") != catalogue.version()) {
     ReloadCatalogue();
   }
-  if (transaction.IsOpen()) return;
-  std::int64_t version = ReadNumber(store.get(), "PRAGMA data_version");
-  if (version == data_version) return;
-  data_version = version;
-  if (ReadNumber(store.get(), "SELECT catalogue_version FROM \"luming$state\"") != catalogue.version())
-    ReloadCatalogue();
 }
 
 }  // namespace luming::localdb

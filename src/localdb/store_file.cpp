@@ -60,6 +60,16 @@ StoreHandle Open(const std::filesystem::path& path, int flags) {
   return store;
 }
 
+// Asks often. The engine's own handler naps longer and longer, so that whoever has waited long asks the most seldom and
+// is overtaken again and again.
+int WaitForTheOther(void* how, int times) {
+  constexpr std::chrono::milliseconds kNap{2};
+  const auto& wait = *static_cast<const LockWait*>(how);
+  if (times >= wait.most / kNap || (wait.goes_on && !wait.goes_on())) return 0;
+  sqlite3_sleep(static_cast<int>(kNap.count()));
+  return 1;
+}
+
 }  // namespace
 
 void CreateStoreFile(const std::filesystem::path& path) {
@@ -68,12 +78,11 @@ void CreateStoreFile(const std::filesystem::path& path) {
   for (const char* statement : kNewStore) RunPlain(store.get(), statement);
 }
 
-StoreHandle OpenStoreFile(const std::filesystem::path& path, const std::string& name,
-                          std::chrono::milliseconds busy_timeout) {
+StoreHandle OpenStoreFile(const std::filesystem::path& path, const std::string& name, const LockWait& wait) {
   std::error_code error;
   if (!std::filesystem::is_regular_file(path, error)) throw SqlError(native::kNoStore, name);
   StoreHandle store = Open(path, SQLITE_OPEN_READWRITE);
-  sqlite3_busy_timeout(store.get(), static_cast<int>(busy_timeout.count()));
+  sqlite3_busy_handler(store.get(), WaitForTheOther, const_cast<LockWait*>(&wait));
   bool ours = ReadHead(store.get(), "PRAGMA application_id", path) == kApplicationId;
   if (!ours || ReadHead(store.get(), "PRAGMA user_version", path) != kFormat)
     throw SqlError(native::kForeign, Shown(path));

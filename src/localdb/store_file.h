@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <functional>
 #include <string>
 
 #include "localdb/sqlite.h"
@@ -11,10 +12,15 @@ namespace luming::localdb {
 /// Makes a new, empty store. Throws Failure when the file exists or cannot be written.
 void CreateStoreFile(const std::filesystem::path& path);
 
+/// How a statement waits for another program's transaction.
+struct LockWait {
+  std::chrono::milliseconds most;
+  std::function<bool()> goes_on = {};  ///< asked all the time; the wait ends early when it says false. May be empty
+};
+
 /// Opens a store that exists, for durable work: write-ahead log, full synchronisation. A file that is missing (4060),
 /// no store, of a newer format (948) or damaged (824) is refused and left as it is.
-/// @param busy_timeout how long to wait for another program's transaction
-StoreHandle OpenStoreFile(const std::filesystem::path& path, const std::string& name,
-                          std::chrono::milliseconds busy_timeout);
+/// @param wait outlives the store
+StoreHandle OpenStoreFile(const std::filesystem::path& path, const std::string& name, const LockWait& wait);
 
 }  // namespace luming::localdb

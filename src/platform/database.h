@@ -120,6 +120,30 @@ class Connection {
   virtual void BeginTrans() = 0;
   virtual void CommitTrans() = 0;
   virtual void RollbackTrans() = 0;
+
+  /// While it is on, a statement outside a transaction is committed without waiting for the disk: it counts at once and
+  /// outlives the program, but a loss of power may undo the last ones. When it is turned off all of them are safe. For
+  /// long work that can be done again. A store may take no notice.
+  virtual void SetHurry(bool) {}
+};
+
+/// A connection is in a hurry while this lives. A failure to take its time again is met by the next statement.
+class Hurry {
+ public:
+  explicit Hurry(std::shared_ptr<Connection> connection) : connection_(std::move(connection)) {
+    if (connection_) connection_->SetHurry(true);
+  }
+  ~Hurry() {
+    try {
+      if (connection_) connection_->SetHurry(false);
+    } catch (const Failure&) {
+    }
+  }
+  Hurry(const Hurry&) = delete;
+  Hurry& operator=(const Hurry&) = delete;
+
+ private:
+  std::shared_ptr<Connection> connection_;
 };
 
 /// One statement as it was sent, for the trace.

@@ -23,6 +23,11 @@ inline constexpr int kSecondIsDefault = 256;
 
 enum class Answer { kOk, kCancel, kYes, kNo };
 
+/// The buttons of a box of that style, in order.
+std::vector<Answer> AnswersOf(int style);
+/// The button that Enter presses at once.
+Answer DefaultAnswer(int style);
+
 struct Box {
   std::string text;  ///< line ends are "\r\n" or "\n"
   int style = 0;     ///< see namespace box

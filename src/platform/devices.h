@@ -1,12 +1,20 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "util/date_time.h"
 
 namespace luming {
+
+/// A way of typing that the machine offers: a plain keyboard layout or an input method.
+struct KeyboardLayout {
+  std::int32_t handle = 0;  ///< the same on every machine that offers it; never 0
+  std::string description;  ///< of the input method; empty for a plain layout
+};
 
 /// Services of the machine and its operating system. All operations may throw Failure.
 class Devices {
@@ -18,7 +26,11 @@ class Devices {
   virtual std::string ComputerName() = 0;
   /// Database servers that the network offers, found within a bounded time.
   virtual std::vector<std::string> ListServers() = 0;
-  virtual void ActivateKeyboardLayout(int handle) = 0;
+  virtual std::vector<KeyboardLayout> GetKeyboardLayoutList() = 0;
+  /// The one in use; nothing when the machine does not tell.
+  virtual std::optional<KeyboardLayout> GetKeyboardLayout() = 0;
+  /// A handle that the machine does not offer, 0 among them, changes nothing. Comes back within a bounded time.
+  virtual void ActivateKeyboardLayout(std::int32_t handle) = 0;
   virtual std::filesystem::path SystemDirectory() = 0;
   /// Starts a program minimised with focus.
   virtual void StartProgram(const std::filesystem::path& program) = 0;

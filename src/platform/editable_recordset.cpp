@@ -1,9 +1,10 @@
 #include "platform/editable_recordset.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 
 #include "util/date_text.h"
-#include "util/number_text.h"
 #include "util/text.h"
 
 namespace luming {
@@ -19,14 +20,18 @@ std::string Literal(bool flag) {
 std::string Literal(std::int64_t number) {
   return std::to_string(number);
 }
+/// The shortest text that reads as this very number.
 std::string Literal(double number) {
-  return NumberText(number);
+  std::array<char, 32> text{};
+  return {text.data(), std::to_chars(text.data(), text.data() + text.size(), number).ptr};
 }
 std::string Literal(const std::string& text) {
   return "'" + Replace(text, "'", "''") + "'";
 }
 std::string Literal(const DateTime& moment) {
-  return "'" + FormatDate(moment, "yyyy-mm-dd hh:nn:ss") + "'";
+  const int beyond = moment.Millisecond();
+  const std::string fraction = beyond == 0 ? "" : "." + std::to_string(1000 + beyond).substr(1);
+  return "'" + FormatDate(moment, "yyyy-mm-dd hh:nn:ss") + fraction + "'";
 }
 
 std::string Equals(const std::string& column, const Value& value) {

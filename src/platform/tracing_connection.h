@@ -18,6 +18,7 @@ class TracingConnection : public Connection {
   void BeginTrans() override;
   void CommitTrans() override;
   void RollbackTrans() override;
+  void SetHurry(bool hurry) override { inner_->SetHurry(hurry); }
 
  private:
   template <class Work>

@@ -10,6 +10,7 @@
 #include <variant>
 #include <vector>
 
+#include "platform/database.h"
 #include "util/date_time.h"
 
 namespace luming {
@@ -59,6 +60,7 @@ struct Sheet {
   std::vector<SheetBlock> merged;
   std::map<int, double> row_heights;  ///< row from 1, height in points; the others choose by their font
   int frozen_rows = 0;                ///< stay in view while the rest scrolls
+  int repeated_rows = 0;              ///< so many from the first on head every printed page
   bool landscape = false;             ///< paper is A4; all columns are fitted to its width
   bool page_numbers = false;          ///< "第 n 页 共 m 页" at the foot
 
@@ -89,6 +91,21 @@ class Workbook {
   virtual void PrintPreview() = 0;
 };
 
+/// The sheets of a workbook on disk, each read as a table.
+class SheetReader {
+ public:
+  virtual ~SheetReader() = default;
+
+  /// Names of the sheets of cells in their order, hidden ones included.
+  virtual std::vector<std::string> Names() const = 0;
+  /// The first row that holds anything names the columns, blanks around a name cut; a column without a name is "F" and
+  /// its number, a name that came before gets a number behind. All rows below follow, up to the last that holds
+  /// anything. A number under a date format is a date; a formula counts as the result that was saved with it; empty
+  /// cells, errors and all cells of a merged block but its first are NULL. Failure when there is no such sheet, or when
+  /// it is damaged or too large.
+  virtual Recordset Read(std::string_view name) const = 0;
+};
+
 /// Reads and writes workbooks.
 class Workbooks {
  public:
@@ -98,6 +115,10 @@ class Workbooks {
   /// no other behind: what the format cannot hold (rows, columns, a text of more than 32,767 characters), a file that
   /// cannot be written.
   virtual void Save(const std::filesystem::path& file, const Sheet& sheet, const Progress& progress) = 0;
+
+  /// Opens a workbook to read its cells: .xls or .xlsx, told by its content and not by its name. Failure, telling why,
+  /// when there is no such file, when it is none of these, damaged, too large or under a password.
+  virtual std::unique_ptr<SheetReader> Read(const std::filesystem::path& file) = 0;
 
   /// Opens a template. Failure when the file is missing or damaged, or when there is no office program.
   /// @param title what print and preview call the document

@@ -138,22 +138,26 @@ std::string MonthText(const LunarDay& lunar) {
   std::string text = lunar.month < 0 ? "闰" : "";
   text += kMonths[static_cast<std::size_t>(std::abs(lunar.month)) - 1];
   text += "月";
-  text += kDays[static_cast<std::size_t>(lunar.day) - 1];
   return text;
 }
 
 }  // namespace
 
+LunarNames NamesOf(const DateTime& day) {
+  const LunarDay lunar = LunarDayOf(day.Year(), day.Month(), day.Day());
+  LunarNames names;
+  names.year = YearText(lunar.year);
+  names.month = MonthText(lunar);
+  names.day = kDays[static_cast<std::size_t>(lunar.day) - 1];
+  names.civil_festival = FestivalOf(kCivilFestivals, FormatDate(day, "mmdd"));
+  names.lunar_festival = FestivalOf(kLunarFestivals, names.month + names.day);
+  return names;
+}
+
 std::string LunarCalendar::GET_NL() const {
-  const LunarDay lunar = LunarDayOf(today_.Year(), today_.Month(), today_.Day());
-  const std::string month_text = MonthText(lunar);
-  std::string line = "今天是：" + FormatDate(today_, "dddddd") + " ";
-  line += WeekdayName(today_);
-  line += "  " + YearText(lunar.year) + month_text + "  ";
-  line += FestivalOf(kCivilFestivals, FormatDate(today_, "mmdd"));
-  line += "  ";
-  line += FestivalOf(kLunarFestivals, month_text);
-  return line;
+  const LunarNames names = NamesOf(today_);
+  return "今天是：" + FormatDate(today_, "dddddd") + " " + std::string(WeekdayName(today_)) + "  " + names.year +
+         names.month + names.day + "  " + names.civil_festival + "  " + names.lunar_festival;
 }
 
 }  // namespace luming

@@ -24,7 +24,7 @@ class PlanTest : public testing::Test {
  protected:
   PlanTest() {
     CreateStore(directory_.Path(), "s");
-    session_ = std::make_unique<Session>(OpenStoreFile(StorePath(directory_.Path(), "s"), "s", 200ms), clock_, "s");
+    session_ = std::make_unique<Session>(OpenStoreFile(StorePath(directory_.Path(), "s"), "s", wait_), clock_, "s");
     Run("Create Table Y(YPBM varchar(30) not null primary key, PYDM varchar(50) null, SP varchar(50) null, SL decimal(18,6), "
         "RQ datetime, N int) "
         "Create Index IX_PYDM On Y(PYDM) Create Index IX_SP On Y(SP) Create Index IX_RQ On Y(RQ)");
@@ -58,6 +58,7 @@ class PlanTest : public testing::Test {
 
   TempDirectory directory_;
   FixedClock clock_{DateTime(2026, 3, 1)};
+  LockWait wait_{200ms};
   std::unique_ptr<Session> session_;
   LexedText lexed_;
 };

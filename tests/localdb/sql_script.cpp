@@ -1,31 +1,64 @@
 #include "localdb/sql_script.h"
 
+#include <gtest/gtest.h>
+
+#include <algorithm>
 #include <stdexcept>
 
 #include "localdb/errors.h"
+#include "localdb/local_connection.h"
+#include "platform/server_errors.h"
+#include "platform/sql_script.h"
+#include "support/temp_directory.h"
 #include "util/text.h"
 
 namespace luming::test {
 namespace {
 
+namespace fs = std::filesystem;
+
+/// The server's own number, where the failure still knows it, and the one that an ADO client shows.
 std::string Outcome(const Failure& failure) {
-  auto* error = dynamic_cast<const localdb::SqlError*>(&failure);
-  std::string native = error ? std::to_string(error->native()) : "-";
-  return native + " (" + std::to_string(failure.number()) + ") " + failure.description();
+  const auto* error = dynamic_cast<const localdb::SqlError*>(&failure);
+  const std::string native = error ? std::to_string(error->native()) + " " : "";
+  return native + "(" + std::to_string(failure.number()) + ") " + failure.description();
 }
 
 std::string CheckError(const Failure& failure, const SqlStep& step) {
-  std::size_t blank = step.expected.find(' ');
-  std::string number = step.expected.substr(0, blank);
-  std::string text = blank == std::string::npos ? "" : step.expected.substr(blank + 1);
-  std::string outcome = Outcome(failure);
-  bool right = outcome.starts_with(number + " ") && failure.description().find(text) != std::string::npos;
-  return right ? "" : "wanted error " + step.expected + ", found error " + outcome;
+  const std::size_t blank = step.expected.find(' ');
+  const int number = std::stoi(step.expected.substr(0, blank));
+  const std::string text = blank == std::string::npos ? "" : step.expected.substr(blank + 1);
+  const auto* error = dynamic_cast<const localdb::SqlError*>(&failure);
+  const bool right = (!error || error->native() == number) && failure.number() == AdoNumberOf(number) &&
+                     failure.description().find(text) != std::string::npos;
+  return right ? "" : "wanted error " + step.expected + ", found error " + Outcome(failure);
 }
 
 std::string FieldText(const Value& value) {
   return value.IsNull() ? "NULL" : value.Text();
 }
+
+class SqlScriptTest : public testing::Test {
+ public:
+  SqlScriptTest(fs::path script, std::unique_ptr<SqlStage> stage)
+      : script_(std::move(script)), stage_(std::move(stage)) {}
+
+  void TestBody() override {
+    const TempDirectory directory;
+    const FixedClock clock(DateTime(2026, 3, 1, 10, 30, 0));
+    MakeScriptStore(directory.Path(), clock);
+    Connection& connection = stage_->Open(directory.Path(), clock);
+    for (const SqlStep& step : ReadSqlScript(ReadBytes(script_))) {
+      const std::string wrong = RunSqlStep(connection, step);
+      EXPECT_EQ(wrong, "") << script_.filename().string() << ":" << step.line << "\n" << step.sql;
+    }
+    stage_.reset();
+  }
+
+ private:
+  fs::path script_;
+  std::unique_ptr<SqlStage> stage_;
+};
 
 }  // namespace
 
@@ -87,6 +120,28 @@ std::string RunSqlStep(Connection& connection, const SqlStep& step) {
     if (step.kind == SqlStep::Kind::kError) return CheckError(failure, step);
     return "found error " + Outcome(failure);
   }
+}
+
+void MakeScriptStore(const fs::path& directory, const Clock& clock) {
+  CreateStore(directory, "test");
+  LocalConnection connection(directory, clock);
+  connection.Open("Data Source=(localdb);Initial Catalog=test;");
+  for (const char* file : {"schema.sql", "procedures.sql"}) {
+    RunScript(connection, ReadBytes(fs::path(LUMING_SOURCE_DIR) / "database" / file));
+  }
+}
+
+bool RegisterSqlScripts(const char* suite, const std::function<std::unique_ptr<SqlStage>()>& make_stage) {
+  std::vector<fs::path> scripts;
+  for (const auto& entry : fs::directory_iterator(fs::path(LUMING_SOURCE_DIR) / "tests" / "sql")) {
+    if (entry.path().extension() == ".test") scripts.push_back(entry.path());
+  }
+  std::sort(scripts.begin(), scripts.end());
+  for (const fs::path& script : scripts) {
+    testing::RegisterTest(suite, script.stem().c_str(), nullptr, nullptr, __FILE__, __LINE__,
+                          [=]() -> SqlScriptTest* { return new SqlScriptTest(script, make_stage()); });
+  }
+  return !scripts.empty();
 }
 
 }  // namespace luming::test

@@ -2,54 +2,26 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <filesystem>
+#include <optional>
 
 #include "localdb/local_connection.h"
-#include "support/temp_directory.h"
 
 namespace luming::test {
 namespace {
 
-namespace fs = std::filesystem;
-
-/// Runs one script of tests/sql over a fresh store that holds the program's own tables and procedures.
-class SqlScriptTest : public testing::Test {
+class EmbeddedStage : public SqlStage {
  public:
-  explicit SqlScriptTest(fs::path script) : script_(std::move(script)) {}
-
-  void TestBody() override {
-    TempDirectory directory;
-    FixedClock clock(DateTime(2026, 3, 1, 10, 30, 0));
-    CreateStore(directory.Path(), "test");
-    LocalConnection connection(directory.Path(), clock);
-    connection.Open("Provider=sqloledb;Data Source=(localdb);Initial Catalog=test;User ID=sa;Password=;");
-    for (const char* file : {"schema.sql", "procedures.sql"}) {
-      connection.RunScript(ReadBytes(fs::path(LUMING_SOURCE_DIR) / "database" / file));
-    }
-    for (const SqlStep& step : ReadSqlScript(ReadBytes(script_))) {
-      std::string wrong = RunSqlStep(connection, step);
-      EXPECT_EQ(wrong, "") << script_.filename().string() << ":" << step.line << "\n" << step.sql;
-    }
+  Connection& Open(const std::filesystem::path& directory, const Clock& clock) override {
+    connection_.emplace(directory, clock);
+    connection_->Open("Provider=sqloledb;Data Source=(localdb);Initial Catalog=test;User ID=sa;Password=;");
+    return *connection_;
   }
 
  private:
-  fs::path script_;
+  std::optional<LocalConnection> connection_;
 };
 
-// One test for each script, found when the program starts.
-const bool kRegistered = [] {
-  std::vector<fs::path> scripts;
-  for (const auto& entry : fs::directory_iterator(fs::path(LUMING_SOURCE_DIR) / "tests" / "sql")) {
-    if (entry.path().extension() == ".test") scripts.push_back(entry.path());
-  }
-  std::sort(scripts.begin(), scripts.end());
-  for (const fs::path& script : scripts) {
-    testing::RegisterTest("SqlScript", script.stem().c_str(), nullptr, nullptr, __FILE__, __LINE__,
-                          [script]() -> SqlScriptTest* { return new SqlScriptTest(script); });
-  }
-  return !scripts.empty();
-}();
+const bool kRegistered = RegisterSqlScripts("SqlScript", [] { return std::make_unique<EmbeddedStage>(); });
 
 TEST(SqlScripts, AreFound) {
   EXPECT_TRUE(kRegistered);

@@ -8,6 +8,7 @@
 #include <thread>
 
 #include "localdb/local_connection.h"
+#include "platform/sql_script.h"
 #include "support/temp_directory.h"
 
 namespace luming::test {
@@ -56,6 +57,46 @@ long FailureOf(Connection& connection, const std::string& sql) {
     return failure.number();
   }
   return 0;
+}
+
+TEST_F(StoreTest, ADefinitionOfOthersIsSeenBehindOnesOwnUndoneOne) {
+  MakeStore("main");
+  LocalConnection connection = Connect();
+  connection.Open(ConnectionString("main"));
+  connection.BeginTrans();
+  connection.Execute("Create Table U(mine int)");
+  EXPECT_EQ(FailureOf(connection, "Select mine From U"), 0);
+  connection.RollbackTrans();
+  EXPECT_EQ(FailureOf(connection, "Select mine From U"), failure::kMissingObject);
+  connection.BeginTrans();
+  connection.Execute("Create Table U(mine int)");
+  connection.RollbackTrans();
+  LocalConnection other = Connect();
+  other.Open(ConnectionString("main"));
+  other.Execute("Create Table U(theirs int)");
+  EXPECT_EQ(FailureOf(connection, "Select theirs From U"), 0);
+  EXPECT_NE(FailureOf(connection, "Select mine From U"), 0);
+  EXPECT_NE(FailureOf(connection, "Insert into T Values('kept')"), 0);
+  EXPECT_EQ(FailureOf(connection, "Select theirs From U"), 0) << "a statement that failed changes nothing";
+}
+
+TEST_F(StoreTest, WhatWasDoneInAHurryIsSafeWhenTheHurryEnds) {
+  MakeStore("main");
+  LocalConnection connection = Connect();
+  connection.SetHurry(true);  // closed: nothing happens
+  connection.Open(ConnectionString("main"));
+  connection.SetHurry(true);
+  connection.Execute("Insert into T Values('one')");
+  LocalConnection other = Connect();
+  other.Open(ConnectionString("main"));
+  EXPECT_EQ(RowCount(other), "2") << "each statement counts at once";
+  other.Close();
+  connection.SetHurry(false);
+  // Nothing waits in the log: the store's file by itself holds all.
+  std::filesystem::copy_file(StorePath(directory_.Path(), "main"), StorePath(directory_.Path(), "copy"));
+  LocalConnection copy = Connect();
+  copy.Open(ConnectionString("copy"));
+  EXPECT_EQ(RowCount(copy), "2");
 }
 
 TEST_F(StoreTest, RefusesWhatIsNoStoreAndLeavesItAlone) {
@@ -286,12 +327,13 @@ TEST_F(StoreTest, ScriptsRunWholeOrNotAtAll) {
   MakeStore("s");
   LocalConnection connection = Connect();
   connection.Open(ConnectionString("s"));
-  connection.RunScript(
+  RunScript(
+      connection,
       "Insert into T Values('1')\r\nGO\r\nCreate Procedure P As Select 'x' AS x\r\ngo\n\nInsert into T Values('2')");
   EXPECT_EQ(RowCount(connection), "3");
   EXPECT_EQ(connection.Execute("Exec P").Field("x").Text(), "x");
   try {
-    connection.RunScript("Insert into T Values('3')\nGO\n\nSelect * From Missing\nGO\n");
+    RunScript(connection, "Insert into T Values('3')\nGO\n\nSelect * From Missing\nGO\n");
     FAIL() << "the script has run";
   } catch (const Failure& failure) {
     EXPECT_EQ(failure.number(), failure::kMissingObject);

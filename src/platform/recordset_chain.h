@@ -1,0 +1,12 @@
+#pragma once
+
+#include <vector>
+
+#include "platform/database.h"
+
+namespace luming {
+
+/// The results of one text as one recordset: the first, with the others behind it. Closed when there is none.
+Recordset Chained(std::vector<Recordset> results);
+
+}  // namespace luming
