@@ -17,19 +17,6 @@ namespace {
 
 constexpr int kIconSize = 36;
 
-std::vector<Answer> AnswersOf(int style) {
-  switch (style & 0x0F) {
-    case box::kOkCancel:
-      return {Answer::kOk, Answer::kCancel};
-    case box::kYesNoCancel:
-      return {Answer::kYes, Answer::kNo, Answer::kCancel};
-    case box::kYesNo:
-      return {Answer::kYes, Answer::kNo};
-    default:
-      return {Answer::kOk};
-  }
-}
-
 QString CaptionOf(Answer answer) {
   switch (answer) {
     case Answer::kYes:
@@ -87,15 +74,14 @@ BoxWindow::BoxWindow(const Box& box)
 }
 
 void BoxWindow::AddButtons(QHBoxLayout& foot) {
-  const std::size_t standard = (box_.style & box::kSecondIsDefault) != 0 ? 1 : 0;
-  for (std::size_t at = 0; at < offered_.size(); ++at) {
-    auto* button = new QPushButton(CaptionOf(offered_[at]), foot.parentWidget());
-    button->setMinimumWidth(88);
-    if (at == std::min(standard, offered_.size() - 1)) {
+  for (const Answer answer : offered_) {
+    auto* button = new QPushButton(CaptionOf(answer), foot.parentWidget());
+    button->setMinimumWidth(metrics::kButtonWidth);
+    if (answer == DefaultAnswer(box_.style)) {
       button->setProperty("role", "default");
       button->setFocus();
     }
-    connect(button, &QPushButton::clicked, this, [this, answer = offered_[at]] { Reply(answer); });
+    connect(button, &QPushButton::clicked, this, [this, answer] { Reply(answer); });
     foot.addWidget(button);
   }
 }

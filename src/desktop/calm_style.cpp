@@ -148,6 +148,8 @@ int CalmStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
     case SH_DialogButtonBox_ButtonsHaveIcons:
     case SH_EtchDisabledText:
       return 0;
+    case SH_LineEdit_PasswordCharacter:
+      return '*';
     default:
       return QProxyStyle::styleHint(hint, option, widget, returned);
   }

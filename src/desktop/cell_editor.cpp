@@ -20,7 +20,7 @@ void CellEditor::Open(GridPane& pane, GridPane::Place place, const QString& type
   const QModelIndex index = pane.model()->index(place.row - 1, place.col - 1);
   pane.scrollTo(index);
   if (grid.Kind(place.row, place.col) == CellKind::kCombo) {
-    OpenList(grid.ComboItems(place.row, place.col), ToQt(grid.Text(place.row, place.col)));
+    OpenList(grid.ComboItems(place.row, place.col), typed.isEmpty() ? ToQt(grid.Text(place.row, place.col)) : typed);
   } else {
     OpenLine(typed.isEmpty() ? ToQt(grid.Text(place.row, place.col)) : typed, !typed.isEmpty());
   }
@@ -29,7 +29,7 @@ void CellEditor::Open(GridPane& pane, GridPane::Place place, const QString& type
   field_->installEventFilter(this);
   field_->show();
   field_->setFocus(Qt::OtherFocusReason);
-  if (list_) list_->showPopup();
+  if (list_ && typed.isEmpty()) list_->showPopup();
 }
 
 void CellEditor::OpenLine(const QString& text, bool typed) {
@@ -41,10 +41,16 @@ void CellEditor::OpenLine(const QString& text, bool typed) {
   field_ = line_;
 }
 
+/// The list helps; any other text may stand in the cell as well.
 void CellEditor::OpenList(const std::vector<std::string>& items, const QString& text) {
   list_ = new QComboBox(pane_->viewport());
+  list_->setEditable(true);
+  list_->setInsertPolicy(QComboBox::NoInsert);
+  list_->setCompleter(nullptr);
   for (const std::string& item : items) list_->addItem(ToQt(item));
   list_->setCurrentIndex(list_->findText(text));
+  list_->setEditText(text);
+  list_->lineEdit()->installEventFilter(this);
   connect(list_, &QComboBox::activated, this, [this] { Commit(); });
   field_ = list_;
 }
@@ -69,9 +75,8 @@ void CellEditor::Remove() {
 void CellEditor::Commit() {
   if (!field_) return;
   const QString text = Text();
-  const bool chosen = line_ || list_->currentIndex() >= 0;
   Remove();
-  if (chosen) commit_(place_, text);
+  commit_(place_, text);
 }
 
 void CellEditor::Cancel() {
@@ -79,7 +84,7 @@ void CellEditor::Cancel() {
 }
 
 bool CellEditor::eventFilter(QObject* watched, QEvent* event) {
-  if (watched != field_) return false;
+  if (!field_ || (watched != field_ && !(list_ && watched == list_->lineEdit()))) return false;
   if (event->type() == QEvent::KeyPress) return KeyPressed(*static_cast<QKeyEvent*>(event));
   if (event->type() == QEvent::FocusOut) {
     const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();

@@ -1,19 +1,22 @@
-// Check boxes, options, buttons, tool bars and pictures.
+// Check boxes, options, buttons, tool bars, pictures and progress bars.
 
 #include <QCheckBox>
 #include <QHBoxLayout>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSignalBlocker>
 #include <QToolButton>
+#include <algorithm>
 
 #include "desktop/field_view.h"
 #include "desktop/form_widget.h"
 #include "desktop/glyphs.h"
 #include "desktop/metrics.h"
 #include "desktop/qt_text.h"
+#include "desktop/themes.h"
 
 namespace luming {
 namespace {
@@ -25,7 +28,7 @@ class ClickedView : public TypedView<ControlType> {
   ClickedView(FormWidget& host, ControlType& control)
       : TypedView<ControlType>(host, control), widget_(new WidgetType(&host)) {
     QObject::connect(widget_, &QAbstractButton::clicked, widget_, [this] {
-      this->host_.Enter([this](Form& form) { form.UserClick(*this->Field()); });
+      this->host_.Enter([this](Form& form) { form.UserClick(*this->Field()); }, Work::kLong);
       if (this->Field()) this->Refresh();
     });
   }
@@ -66,6 +69,7 @@ class ButtonView final : public ClickedView<Button, QPushButton> {
   }
   void Refresh() override {
     widget_->setText(ToQt(Field()->Caption()));
+    widget_->setMinimumWidth(std::max(metrics::kButtonWidth, widget_->sizeHint().width()));
     RefreshCommon();
   }
 };
@@ -98,8 +102,9 @@ class ToolBarView final : public TypedView<ToolBar> {
     widget->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     widget->setAutoRaise(true);
     widget->setFocusPolicy(Qt::NoFocus);
-    QObject::connect(widget, &QToolButton::clicked, widget,
-                     [this, button_key = button.key] { host_.Enter([&](Form&) { Field()->UserPress(button_key); }); });
+    QObject::connect(widget, &QToolButton::clicked, widget, [this, button_key = button.key] {
+      host_.Enter([&](Form&) { Field()->UserPress(button_key); }, Work::kLong);
+    });
     buttons_.push_back(widget);
     return widget;
   }
@@ -113,20 +118,32 @@ class PictureWidget final : public QWidget {
  public:
   using QWidget::QWidget;
   std::function<void()> on_click;
-  void Load(const QString& file) {
+  std::function<void()> on_mouse;
+  /// @param emblem what is drawn when there is no such file; may be null
+  void Load(const QString& file, const QIcon& emblem) {
     picture_ = file.isEmpty() ? QPixmap() : QPixmap(file);
+    emblem_ = emblem;
     updateGeometry();
     update();
   }
-  bool HasPicture() const { return !picture_.isNull(); }
+  void SetBorder(bool on) {
+    border_ = on;
+    update();
+  }
+  bool HasPicture() const { return !picture_.isNull() || !emblem_.isNull(); }
   QSize sizeHint() const override {
-    return picture_.isNull() ? QSize(0, 0) : picture_.deviceIndependentSize().toSize();
+    if (!picture_.isNull()) return picture_.deviceIndependentSize().toSize();
+    return emblem_.isNull() ? QSize(0, 0) : kEmblemSize;
   }
 
  protected:
   void paintEvent(QPaintEvent*) override {
-    if (picture_.isNull()) return;
     QPainter painter(this);
+    if (border_) {
+      painter.setPen(CurrentTheme().field_line);
+      painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    }
+    if (picture_.isNull()) return PaintEmblem(painter);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     QSizeF size = picture_.deviceIndependentSize().scaled(rect().size(), Qt::KeepAspectRatio);
     QRectF place({}, size);
@@ -134,23 +151,51 @@ class PictureWidget final : public QWidget {
     painter.drawPixmap(place, picture_, QRectF(picture_.rect()));
   }
   void mouseReleaseEvent(QMouseEvent*) override { on_click(); }
+  void enterEvent(QEnterEvent*) override { on_mouse(); }
 
  private:
+  void PaintEmblem(QPainter& painter) {
+    if (emblem_.isNull()) return;
+    const int side = std::min(width(), height());
+    QRect place(0, 0, side, side);
+    place.moveCenter(rect().center());
+    emblem_.paint(&painter, place);
+  }
+
+  static constexpr QSize kEmblemSize{48, 48};
   QPixmap picture_;
+  QIcon emblem_;
+  bool border_ = false;
 };
+
+QIcon EmblemOf(Emblem emblem) {
+  constexpr int kLockCommand = 9103;
+  switch (emblem) {
+    case Emblem::kProgram:
+      return glyphs::OfProgram();
+    case Emblem::kLock:
+      return glyphs::ForCommand(kLockCommand);
+    case Emblem::kNone:
+      break;
+  }
+  return {};
+}
 
 class PictureView final : public TypedView<Picture> {
  public:
   PictureView(FormWidget& host, Picture& control) : TypedView(host, control), widget_(new PictureWidget(&host)) {
     widget_->on_click = [this] { host_.Enter([this](Form& form) { form.UserClick(*Field()); }); };
+    widget_->on_mouse = [this] { host_.Enter([this](Form&) { Field()->UserMouseMove(); }); };
+    widget_->Load({}, EmblemOf(control.Shown()));
   }
   QWidget* Widget() override { return widget_; }
   bool WantsCaption() const override { return false; }
   void Refresh() override {
     if (shown_ != Field()->File()) {
       shown_ = Field()->File();
-      widget_->Load(ToQt(shown_.string()));
+      widget_->Load(ToQt(shown_.string()), EmblemOf(Field()->Shown()));
     }
+    widget_->SetBorder(Field()->BorderStyle() == 1);
     RefreshCommon();
     if (!widget_->HasPicture()) widget_->hide();  // without its picture it takes no room
   }
@@ -158,6 +203,26 @@ class PictureView final : public TypedView<Picture> {
  private:
   PictureWidget* widget_;
   std::filesystem::path shown_;
+};
+
+class ProgressView final : public TypedView<ProgressBar> {
+ public:
+  ProgressView(FormWidget& host, ProgressBar& control) : TypedView(host, control), bar_(new QProgressBar(&host)) {
+    bar_->setRange(0, kSteps);
+    bar_->setTextVisible(false);
+    bar_->setFixedHeight(kHeight);
+  }
+  QWidget* Widget() override { return bar_; }
+  bool WantsCaption() const override { return false; }
+  void Refresh() override {
+    bar_->setValue(static_cast<int>(Field()->Share() * kSteps));
+    RefreshCommon();
+  }
+
+ private:
+  static constexpr int kSteps = 1000;
+  static constexpr int kHeight = 14;
+  QProgressBar* bar_;
 };
 
 }  // namespace
@@ -174,6 +239,10 @@ std::unique_ptr<FieldView> MakeButtonView(FormWidget& host, Button& control) {
 std::unique_ptr<FieldView> MakeToolBarView(FormWidget& host, ToolBar& control) {
   return std::make_unique<ToolBarView>(host, control);
 }
+std::unique_ptr<FieldView> MakeProgressView(FormWidget& host, ProgressBar& control) {
+  return std::make_unique<ProgressView>(host, control);
+}
+
 std::unique_ptr<FieldView> MakePictureView(FormWidget& host, Picture& control) {
   return std::make_unique<PictureView>(host, control);
 }

@@ -93,6 +93,8 @@ std::unique_ptr<FieldView> MakeFieldView(FormWidget& host, Control& control) {
       return MakeToolBarView(host, static_cast<ToolBar&>(control));
     case ControlKind::kPicture:
       return MakePictureView(host, static_cast<Picture&>(control));
+    case ControlKind::kProgressBar:
+      return MakeProgressView(host, static_cast<ProgressBar&>(control));
   }
   return nullptr;
 }

@@ -87,6 +87,7 @@ std::unique_ptr<FieldView> MakeOptionView(FormWidget& host, OptionButton& contro
 std::unique_ptr<FieldView> MakeButtonView(FormWidget& host, Button& control);
 std::unique_ptr<FieldView> MakeToolBarView(FormWidget& host, ToolBar& control);
 std::unique_ptr<FieldView> MakePictureView(FormWidget& host, Picture& control);
+std::unique_ptr<FieldView> MakeProgressView(FormWidget& host, ProgressBar& control);
 std::unique_ptr<FieldView> MakeTreeView(FormWidget& host, Tree& control);
 std::unique_ptr<FieldView> MakeGridView(FormWidget& host, Grid& control);
 

@@ -1,5 +1,6 @@
 #include "desktop/form_widget.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
@@ -20,7 +21,7 @@ FormWidget::FormWidget(Form& form, ModelGuard& guard, QWidget* parent) : QWidget
   setFocusPolicy(Qt::ClickFocus);
   BuildLayout(*this, form.Arrange());
   form.SetView(this);
-  CaptionChanged();
+  LookChanged();
 }
 
 FormWidget::~FormWidget() {
@@ -34,12 +35,14 @@ void FormWidget::Detach() {
   for (auto& [control, view] : views_) view->Detach();
 }
 
-void FormWidget::Enter(const std::function<void(Form&)>& entry) {
+void FormWidget::Enter(const std::function<void(Form&)>& entry, Work work) {
   if (!form_) return;
-  guard_.Enter([this, &entry] {
-    Forms::HandlerScope scope(form_->Registry());
-    entry(*form_);
-  });
+  guard_.Enter(
+      [this, &entry] {
+        Forms::HandlerScope scope(form_->Registry());
+        entry(*form_);
+      },
+      work);
 }
 
 FieldView* FormWidget::ViewOf(const Control& control) {
@@ -72,8 +75,13 @@ void FormWidget::FocusChanged(Control*) {
   RestoreFocus();
 }
 
-void FormWidget::CaptionChanged() {
+void FormWidget::LookChanged() {
   setWindowTitle(ToQt(form_->Caption()));
+  const bool coloured = form_->BackColour() != Control::kNoColour;
+  QPalette colours;
+  if (coloured) colours.setColor(QPalette::Window, QColor::fromRgb(form_->BackColour()));
+  setPalette(colours);
+  setAutoFillBackground(coloured);
 }
 
 void FormWidget::RestoreFocus() {
@@ -117,7 +125,8 @@ bool FormWidget::HandleKey(FieldView* field, const QKeyEvent& event) {
   KeyEvent pressed = ToKeyEvent(event);
   pressed.widget_edits = field && field->EditsWith(event);
   if (pressed.code != 0) {
-    Enter([&](Form& form) { taken = form.UserKey(pressed); });
+    const bool presses = pressed.code == key::kEnter || pressed.alt;
+    Enter([&](Form& form) { taken = form.UserKey(pressed); }, presses ? Work::kLong : Work::kBrief);
   }
   if (taken || !form_) return true;
   if (!field) return false;
@@ -131,9 +140,10 @@ void FormWidget::FocusCame(FieldView& field, Qt::FocusReason reason) {
     Enter([&](Form& form) { form.UserFocus(*field.control()); });
     return;
   }
-  // Qt moves the focus by itself when a field is disabled or hidden; the model decides where it goes.
+  // Qt moves the focus by itself when a field is disabled or hidden; the model decides where it goes, unless another
+  // form has taken the keyboard meanwhile.
   QTimer::singleShot(0, this, [this] {
-    if (isActiveWindow()) RestoreFocus();
+    if (isActiveWindow() && isAncestorOf(QApplication::focusWidget())) RestoreFocus();
   });
 }
 

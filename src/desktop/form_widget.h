@@ -25,7 +25,7 @@ class FormWidget : public QWidget, public FormView {
   /// The form goes away: no event reaches it from here on.
   void Detach();
   /// Runs an entry into the model, unless the form is gone.
-  void Enter(const std::function<void(Form&)>& entry);
+  void Enter(const std::function<void(Form&)>& entry, Work work = Work::kBrief);
   /// Gives the keyboard to the widget of the form's active control.
   void RestoreFocus();
   /// Shows at once what the views have put off.
@@ -39,7 +39,7 @@ class FormWidget : public QWidget, public FormView {
 
   void ControlChanged(Control& control) override;
   void FocusChanged(Control* control) override;
-  void CaptionChanged() override;
+  void LookChanged() override;
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

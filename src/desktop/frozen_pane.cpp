@@ -12,12 +12,21 @@ FrozenPane::FrozenPane(GridTable& table, GridPane& main) : main_(main), pane_(ne
   pane_->verticalHeader()->hide();
   pane_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   pane_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  pane_->horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   pane_->hide();
-  QObject::connect(main.verticalScrollBar(), &QScrollBar::valueChanged, pane_->verticalScrollBar(),
-                   &QScrollBar::setValue);
-  QObject::connect(pane_->verticalScrollBar(), &QScrollBar::valueChanged, main.verticalScrollBar(),
-                   &QScrollBar::setValue);
+  QObject::connect(main.verticalScrollBar(), &QScrollBar::valueChanged, pane_, [this](int top) {
+    following_ = true;
+    pane_->verticalScrollBar()->setValue(top);
+    following_ = false;
+  });
+  // The wheel over the frozen columns moves both. A pane that cannot follow as far must not pull the other one back.
+  QObject::connect(pane_->verticalScrollBar(), &QScrollBar::valueChanged, pane_, [this](int top) {
+    if (!following_ && pane_->isVisible()) main_.verticalScrollBar()->setValue(top);
+  });
+  QHeaderView* heads = pane_->horizontalHeader();
+  QObject::connect(heads, &QHeaderView::sectionClicked, main.horizontalHeader(), &QHeaderView::sectionClicked);
+  QObject::connect(heads, &QHeaderView::sectionResized, pane_, [this](int section, int, int width) {
+    if (!following_) main_.setColumnWidth(section, width);
+  });
 }
 
 void FrozenPane::Follow(const Grid& grid) {
@@ -26,6 +35,7 @@ void FrozenPane::Follow(const Grid& grid) {
     pane_->hide();
     return;
   }
+  following_ = true;
   int width = 0;
   for (int col = 0; col < grid.MaxCols(); ++col) {
     const bool shown = col < frozen && !main_.isColumnHidden(col);
@@ -34,6 +44,7 @@ void FrozenPane::Follow(const Grid& grid) {
     pane_->setColumnWidth(col, main_.columnWidth(col));
     width += main_.columnWidth(col);
   }
+  following_ = false;
   const int head = main_.horizontalHeader()->height();
   pane_->horizontalHeader()->setFixedHeight(head);
   pane_->setGeometry(main_.frameWidth() + main_.verticalHeader()->width(), main_.frameWidth(), width,

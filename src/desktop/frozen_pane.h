@@ -5,6 +5,7 @@
 namespace luming {
 
 /// The columns of a grid that stay in view while the rest scrolls: a second table laid over the first one's left edge.
+/// What the operator does to its heads counts for the first one's.
 class FrozenPane {
  public:
   /// Both outlive it; the pane belongs to `main`.
@@ -17,6 +18,7 @@ class FrozenPane {
  private:
   GridPane& main_;
   GridPane* pane_;
+  bool following_ = false;  ///< place and widths come from the main table, not from the operator
 };
 
 }  // namespace luming

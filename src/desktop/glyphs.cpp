@@ -226,6 +226,18 @@ void ProgramMark(QPainter& painter) {
   painter.drawLine(QPointF(8.5, 15.7), QPointF(15.5, 15.7));
 }
 
+void EmptyCheck(QPainter& painter) {
+  painter.drawRoundedRect(QRectF(3.5, 3.5, 17, 17), 3, 3);
+}
+void TickedCheck(QPainter& painter) {
+  EmptyCheck(painter);
+  Lines(painter, {{7.5, 12.5}, {10.7, 15.7}, {16.5, 8.5}});
+}
+void PartCheck(QPainter& painter) {
+  EmptyCheck(painter);
+  painter.drawLine(QPointF(8, 12), QPointF(16, 12));
+}
+
 }  // namespace
 
 QIcon ForCommand(int command) {
@@ -286,6 +298,13 @@ QIcon ForBoxStyle(int style) {
     default:
       return {};
   }
+}
+
+QIcon OfNode(const std::string& image) {
+  if (image == "None") return Make(EmptyCheck);
+  if (image == "Some") return Make(PartCheck);
+  if (image == "All") return Make(TickedCheck);
+  return {};
 }
 
 QIcon Arrow(Direction direction) {

@@ -9,6 +9,7 @@
 #include <QStyledItemDelegate>
 
 #include "desktop/metrics.h"
+#include "desktop/qt_text.h"
 #include "desktop/themes.h"
 
 namespace luming {
@@ -29,6 +30,8 @@ class CellPainter final : public QStyledItemDelegate {
     painter->fillRect(option.rect, look.back);
     if (grid->Kind(row, col) == CellKind::kCheck) {
       DrawCheck(*painter, option, index.data().toString());
+    } else if (grid->PageLines() > 0) {
+      DrawLines(*painter, option, look, ToQt(grid->Text(row, col)).split('\n'));
     } else {
       DrawText(*painter, RoomOf(option.rect, row, col), option.font, look, index.data().toString(),
                grid->CellAlign(row, col));
@@ -43,25 +46,28 @@ class CellPainter final : public QStyledItemDelegate {
     QColor back;
     bool bold = false;
     bool marked = false;
+    bool own_text = false;  ///< the cell has a text colour of its own
   };
 
   Look LookOf(const Grid& grid, int row, int col) const {
     const Theme& theme = CurrentTheme();
-    const bool active_row = row == grid.ActiveRow();
-    Look look{theme.text, row % 2 == 0 ? theme.stripe : theme.base, grid.Bold(row, col), false};
+    const bool page = grid.PageLines() > 0;
+    const bool active_row = row == grid.ActiveRow() && (!page || col == grid.ActiveCol());
+    Look look{theme.text, row % 2 == 0 && !page ? theme.stripe : theme.base, grid.Bold(row, col), false};
     if (grid.GridBack() != Control::kNoColour && row % 2 == 1) look.back = QColor::fromRgb(grid.GridBack());
     if (look.bold) look.back = theme.total;
     if (const Colour back = grid.CellBackColour(row, col); back != Control::kNoColour)
       look.back = QColor::fromRgb(back);
     if (const Colour text = grid.CellTextColour(row, col); text != Control::kNoColour)
       look.text = QColor::fromRgb(text);
+    look.own_text = grid.CellTextColour(row, col) != Control::kNoColour;
     if (active_row && grid.RowMode()) {
       look.back = pane_.HasKeyboard() ? theme.accent : theme.accent_pale;
       if (pane_.HasKeyboard()) look.text = theme.accent_text;
     } else if (active_row && pane_.HasKeyboard()) {
-      look.back = theme.accent_faint;
+      if (!page) look.back = theme.accent_faint;
       look.marked = col == grid.ActiveCol();
-    } else if (active_row) {
+    } else if (active_row && !page) {
       look.back = theme.accent_faint;
     }
     if (!pane_.isEnabled()) look.text = theme.muted;
@@ -94,6 +100,24 @@ class CellPainter final : public QStyledItemDelegate {
                      QFontMetrics(font).elidedText(text, Qt::ElideRight, room.width()));
   }
 
+  /// A cell of several lines: the first one large, the others pale unless the cell has a colour of its own.
+  static void DrawLines(QPainter& painter, const QStyleOptionViewItem& option, const Look& look,
+                        const QStringList& lines) {
+    QFont large = option.font;
+    large.setPointSizeF(QFontInfo(option.font).pointSizeF() * kLargeLine);
+    const int head = QFontMetrics(large).lineSpacing();
+    const int rest = option.fontMetrics.lineSpacing();
+    const int count = static_cast<int>(lines.size());
+    int top = option.rect.center().y() - (head + rest * (count - 1)) / 2;
+    for (int at = 0; at < count; ++at) {
+      const int height = at == 0 ? head : rest;
+      painter.setFont(at == 0 ? large : option.font);
+      painter.setPen(at == 0 || look.own_text ? look.text : CurrentTheme().muted);
+      painter.drawText(QRect(option.rect.left(), top, option.rect.width(), height), Qt::AlignCenter, lines[at]);
+      top += height;
+    }
+  }
+
   /// Neither "1" nor "0" shows as a box that is neither on nor off.
   void DrawCheck(QPainter& painter, const QStyleOptionViewItem& option, const QString& text) const {
     QStyleOptionButton box;
@@ -112,6 +136,7 @@ class CellPainter final : public QStyledItemDelegate {
   }
 
   static constexpr int kPadding = 5;
+  static constexpr qreal kLargeLine = 1.25;
   GridPane& pane_;
 };
 
@@ -131,6 +156,13 @@ GridPane::GridPane(GridTable& table, QWidget* parent) : QTableView(parent), tabl
   rows->setSectionResizeMode(QHeaderView::Fixed);
   rows->setMinimumSectionSize(metrics::kRowHeight);
   rows->setDefaultSectionSize(std::max(metrics::kRowHeight, fontMetrics().lineSpacing() + 6));
+  if (const int lines = table.grid() ? table.grid()->PageLines() : 0; lines > 0) {
+    rows->setDefaultSectionSize(fontMetrics().lineSpacing() * (lines + 1));
+    rows->setSectionResizeMode(QHeaderView::Stretch);
+    rows->hide();
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  }
   rows->setSectionsClickable(false);
   rows->setHighlightSections(false);
   QHeaderView* columns = horizontalHeader();
@@ -155,11 +187,15 @@ QSize GridPane::sizeHint() const {
     const int caption = static_cast<int>(grid()->Text(0, col).size());  // bytes: three for two character widths
     characters += std::max({grid()->ColumnWidth(col), caption, 8}) + 2;
   }
+  constexpr int kRowsOfList = 9;
+  const bool page = grid() && grid()->PageLines() > 0;  // is seen whole
+  const int around = page ? horizontalHeader()->sizeHint().height() + 2 * frameWidth() : 0;
   return {metrics::CharactersWidth(*this, std::clamp(characters, kNarrowest, kWidest)),
-          verticalHeader()->defaultSectionSize() * 9};
+          verticalHeader()->defaultSectionSize() * (page ? grid()->MaxRows() : kRowsOfList) + around};
 }
 
 QSize GridPane::minimumSizeHint() const {
+  if (grid() && grid()->PageLines() > 0) return sizeHint();
   return {metrics::CharactersWidth(*this, 20), verticalHeader()->defaultSectionSize() * 4};
 }
 

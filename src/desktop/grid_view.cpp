@@ -72,6 +72,7 @@ class GridFieldView final : public TypedView<Grid> {
     if (table_.columnCount() != old_columns) columns_.Restart(grid.MaxCols());
     columns_.Measure(grid);
     columns_.Apply(grid);
+    SettleScrollBars(grid);
     ShowTopRow();
     ShowSpans();
     ShowActiveCell();
@@ -123,7 +124,7 @@ class GridFieldView final : public TypedView<Grid> {
     pane.on_double_click = [this](GridPane::Place at) {
       edit_later_.stop();
       const bool means_something_else = Field() && Field()->double_click.IsConnected();
-      host_.Enter([&](Form&) { Field()->UserDoubleClick(at.row, at.col); });
+      host_.Enter([&](Form&) { Field()->UserDoubleClick(at.row, at.col); }, Work::kLong);
       if (means_something_else || !Field() || !pane_->isVisible()) return;
       if (Field()->Kind(at.row, at.col) != CellKind::kCheck) StartEdit(at, {});
     };
@@ -161,6 +162,17 @@ class GridFieldView final : public TypedView<Grid> {
     shown_top_ = top + 1;
     Field()->SetTopRow(top + 1);
     ShowSpans();
+  }
+
+  /// The scroll bars know the rows, and stand beside them, before one of them is brought into view. Columns that filled
+  /// the width give way to a bar that has come.
+  void SettleScrollBars(const Grid& grid) {
+    const int width = pane_->viewport()->width();
+    pane_->doItemsLayout();
+    QCoreApplication::sendPostedEvents(pane_, QEvent::MetaCall);
+    if (pane_->viewport()->width() == width) return;
+    columns_.Apply(grid);
+    pane_->doItemsLayout();
   }
 
   void ShowTopRow() {

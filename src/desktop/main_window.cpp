@@ -31,7 +31,7 @@ MainWindow::MainWindow(MainFrame& frame, ModelGuard& guard)
     Enter([&form](MainFrame& window) { window.Registry().BroughtToFront(form); });
   };
   frame.SetView(this);
-  CaptionChanged();
+  LookChanged();
 }
 
 MainWindow::~MainWindow() {
@@ -44,19 +44,22 @@ void MainWindow::Detach() {
   frame_ = nullptr;
 }
 
-void MainWindow::Enter(const std::function<void(MainFrame&)>& entry) {
+void MainWindow::Enter(const std::function<void(MainFrame&)>& entry, Work work) {
   if (!frame_) return;
-  guard_.Enter([this, &entry] {
-    Forms::HandlerScope scope(frame_->Registry());
-    entry(*frame_);
-  });
+  guard_.Enter(
+      [this, &entry] {
+        Forms::HandlerScope scope(frame_->Registry());
+        entry(*frame_);
+      },
+      work);
 }
 
 QAction* MainWindow::MakeAction(const MenuEntry& entry, QObject* parent) {
   auto* action = new QAction(glyphs::ForCommand(entry.id), ToQt(entry.caption), parent);
   action->setData(entry.id);
-  connect(action, &QAction::triggered, this,
-          [this, command = entry.id] { Enter([command](MainFrame& window) { window.Execute(command); }); });
+  connect(action, &QAction::triggered, this, [this, command = entry.id] {
+    Enter([command](MainFrame& window) { window.Execute(command); }, Work::kLong);
+  });
   return action;
 }
 
@@ -137,7 +140,7 @@ void MainWindow::BuildStatusBar() {
   }
 }
 
-void MainWindow::CaptionChanged() {
+void MainWindow::LookChanged() {
   setWindowTitle(ToQt(frame_->Caption()));
   for (QAction* action : tool_bar_->actions()) {
     if (action->data().isValid()) ShowState(*action);

@@ -24,14 +24,14 @@ class MainWindow final : public QMainWindow, public FormView {
 
   void ControlChanged(Control&) override {}
   void FocusChanged(Control*) override {}
-  void CaptionChanged() override;
+  void LookChanged() override;
 
  protected:
   void closeEvent(QCloseEvent* event) override;
   bool event(QEvent* event) override;
 
  private:
-  void Enter(const std::function<void(MainFrame&)>& entry);
+  void Enter(const std::function<void(MainFrame&)>& entry, Work work = Work::kBrief);
   void BuildMenus();
   void FillMenu(QMenu& menu, const std::vector<MenuEntry>& entries);
   void AddWindowList(QMenu& menu);

@@ -1,6 +1,9 @@
 #include "desktop/model_guard.h"
 
+#include <QCursor>
+#include <QGuiApplication>
 #include <cstdio>
+#include <utility>
 
 namespace luming {
 
@@ -24,10 +27,19 @@ void ModelGuard::Trap(const std::function<void()>& entry) noexcept {
   }
 }
 
-void ModelGuard::Enter(const std::function<void()>& entry) noexcept {
+bool ModelGuard::SetBusy(bool busy) {
+  const bool before = std::exchange(busy_, busy);
+  if (busy && !before) QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+  if (!busy && before) QGuiApplication::restoreOverrideCursor();
+  return before;
+}
+
+void ModelGuard::Enter(const std::function<void()>& entry, Work work) noexcept {
   if (ended_) return;
   ++depth_;
+  const bool was_busy = SetBusy(busy_ || work == Work::kLong);
   Trap(entry);
+  SetBusy(was_busy);
   if (--depth_ > 0) return;
   for (QObject* window : buried_) window->deleteLater();
   buried_.clear();
@@ -35,9 +47,11 @@ void ModelGuard::Enter(const std::function<void()>& entry) noexcept {
 
 void ModelGuard::RunLoop(QEventLoop& loop) {
   if (ended_) return;
+  const bool was_busy = SetBusy(false);
   loops_.push_back(&loop);
   loop.exec();
   loops_.pop_back();
+  SetBusy(was_busy);
 }
 
 void ModelGuard::Wait(QEventLoop& loop) {

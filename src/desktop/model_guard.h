@@ -10,6 +10,10 @@
 
 namespace luming {
 
+/// Whether an entry may take its time: a button or a command may, a typed character must not. Only the one that may
+/// shows the waiting cursor, which would flicker at every key.
+enum class Work { kBrief, kLong };
+
 /// The one door through which events of the window system reach the screens. Nothing that is thrown there passes it:
 /// a Failure that nobody's trap took is shown, the end of the process leaves every waiting loop in turn.
 class ModelGuard {
@@ -18,9 +22,10 @@ class ModelGuard {
   void SetFailureHook(std::function<void(const Failure&)> hook) { on_failure_ = std::move(hook); }
 
   /// Runs `entry`; once the process has ended, nothing.
-  void Enter(const std::function<void()>& entry) noexcept;
+  void Enter(const std::function<void()>& entry, Work work = Work::kBrief) noexcept;
 
-  /// Handles input until `loop` is left. Throws ProcessEnded if the process was ended meanwhile.
+  /// Handles input until `loop` is left; no waiting cursor meanwhile. Throws ProcessEnded if the process was ended
+  /// meanwhile.
   void Wait(QEventLoop& loop);
 
   /// Handles input until the process ends.
@@ -36,12 +41,15 @@ class ModelGuard {
  private:
   void RunLoop(QEventLoop& loop);
   void Trap(const std::function<void()>& entry) noexcept;
+  /// @return whether it was busy before
+  bool SetBusy(bool busy);
 
   std::function<void(const Failure&)> on_failure_;
   std::vector<QEventLoop*> loops_;
   std::vector<QObject*> buried_;
   int depth_ = 0;
   bool ended_ = false;
+  bool busy_ = false;
 };
 
 }  // namespace luming

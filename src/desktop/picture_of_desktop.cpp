@@ -15,6 +15,7 @@ constexpr int kMargin = 12;
 constexpr int kShadow = 8;
 
 bool HasTitle(const QWidget& window) {
+  if (window.windowFlags().testFlag(Qt::FramelessWindowHint)) return false;
   switch (window.windowType()) {
     case Qt::Window:
     case Qt::Dialog:

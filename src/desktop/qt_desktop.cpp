@@ -110,7 +110,7 @@ QWidget* QtDesktop::Front() const {
 void QtDesktop::Raise(QWidget& window) {
   std::erase_if(stack_, [&](const QPointer<QWidget>& each) { return !each || each == &window; });
   stack_.emplace_back(&window);
-  std::ranges::stable_partition(stack_, [](const QPointer<QWidget>& each) { return !IsFloating(*each); });
+  std::stable_partition(stack_.begin(), stack_.end(), [](const QPointer<QWidget>& each) { return !IsFloating(*each); });
   window.show();
   if (QGuiApplication::platformName() != "offscreen") window.raise();
   window.activateWindow();
@@ -206,6 +206,7 @@ void QtDesktop::Show(Form& form) {
   FormWidget& widget = WidgetOf(form);
   const bool modal = WindowOf(form).waiting != nullptr;
   if (form.Kind() == WindowKind::kFloating) return ShowFloating(widget);
+  if (form.Kind() == WindowKind::kCover) return ShowCover(widget);
   if (form.Kind() != WindowKind::kChild || modal) {
     ShowDialog(widget, modal);
   } else if (main_) {
@@ -223,6 +224,11 @@ void QtDesktop::OpenMain(MainFrame& frame) {
   }
 }
 
+QSize QtDesktop::RoomFor(const QWidget& widget) const {
+  const QSize screen = widget.screen()->availableSize();
+  return main_ ? screen.expandedTo(main_->size()) : screen;
+}
+
 void QtDesktop::ShowDialog(FormWidget& widget, bool modal) {
   if (!widget.isVisible()) {
     QWidget* owner = modal ? Front() : main_;
@@ -230,7 +236,7 @@ void QtDesktop::ShowDialog(FormWidget& widget, bool modal) {
     KeepAbove(widget, owner);
     widget.setWindowModality(modal ? Qt::ApplicationModal : Qt::NonModal);
     widget.ensurePolished();
-    widget.resize(widget.sizeHint().boundedTo(widget.screen()->availableSize()));
+    widget.resize(widget.sizeHint().boundedTo(RoomFor(widget)));
     CentreOver(widget, Front());
   }
   Raise(widget);
@@ -245,7 +251,7 @@ void QtDesktop::ShowFloating(FormWidget& widget) {
     KeepAbove(widget, main_);
     widget.setAttribute(Qt::WA_ShowWithoutActivating);
     widget.ensurePolished();
-    widget.resize(widget.sizeHint().boundedTo(widget.screen()->availableSize()));
+    widget.resize(widget.sizeHint().boundedTo(RoomFor(widget)));
     if (form.Place()) {
       StandAt(widget, *form.Place());
     } else {
@@ -258,6 +264,33 @@ void QtDesktop::ShowFloating(FormWidget& widget) {
     if (front && !takes_keyboard) front->activateWindow();
   }
   if (!takes_keyboard) return;
+  Raise(widget);
+  widget.RestoreFocus();
+}
+
+std::vector<QPointer<QWidget>> QtDesktop::HideFloating() {
+  std::vector<QPointer<QWidget>> hidden;
+  for (const QPointer<QWidget>& window : stack_) {
+    if (!window || !window->isVisible() || !IsFloating(*window)) continue;
+    window->hide();
+    hidden.push_back(window);
+  }
+  return hidden;
+}
+
+/// Lies over the whole desktop, and over the program's windows where they reach beyond it.
+void QtDesktop::ShowCover(FormWidget& widget) {
+  if (!widget.isVisible()) {
+    QRect room = widget.screen()->virtualGeometry();
+    for (const QPointer<QWidget>& window : stack_) {
+      if (!window || !window->isVisible()) continue;
+      room |= window->frameGeometry();
+    }
+    widget.setWindowFlags(Qt::Window | Qt::FramelessWindowHint);
+    KeepAbove(widget, Front());
+    widget.setWindowModality(Qt::ApplicationModal);
+    widget.setGeometry(room);
+  }
   Raise(widget);
   widget.RestoreFocus();
 }
@@ -281,8 +314,17 @@ void QtDesktop::RunModal(Form& form) {
       if (const auto found = windows.find(form); found != windows.end()) found->second.waiting = nullptr;
     }
   } waited{windows_, &form};
-  ShowDialog(WidgetOf(form), true);
+  std::vector<QPointer<QWidget>> covered;
+  if (form.Kind() == WindowKind::kCover) {
+    covered = HideFloating();
+    ShowCover(WidgetOf(form));
+  } else {
+    ShowDialog(WidgetOf(form), true);
+  }
   guard_.Wait(loop);
+  for (const QPointer<QWidget>& window : covered) {
+    if (window) window->show();
+  }
 }
 
 void QtDesktop::Close(Form& form) {
@@ -318,6 +360,7 @@ void QtDesktop::ArrangeChildren(Arrangement arrangement) {
 void QtDesktop::DoEvents() {
   const bool outer = std::exchange(catching_up_, true);
   QCoreApplication::processEvents();
+  if (yielded_) guard_.Enter(yielded_);
   catching_up_ = outer;
   if (guard_.HasEnded()) throw ProcessEnded{};
 }

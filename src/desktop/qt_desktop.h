@@ -35,6 +35,8 @@ class QtDesktop : public Desktop, public DesktopProbe {
   /// Within DoEvents: a handler goes on as soon as what is pending has been done.
   bool IsCatchingUp() const { return catching_up_; }
   bool HasEnded() const { return guard_.HasEnded(); }
+  /// What else happens within DoEvents, behind the operator's input.
+  void SetYieldHook(std::function<void()> hook) { yielded_ = std::move(hook); }
 
   /// Shows a window that is no form beside the screens; a modal screen in front does not block it.
   void ShowBeside(QWidget& window);
@@ -72,9 +74,14 @@ class QtDesktop : public Desktop, public DesktopProbe {
   Window& WindowOf(Form& form);
   FormWidget& WidgetOf(Form& form);
   QWidget* Front() const;
+  /// How large a window may be: as the screen, or as the main window where that is larger, without a display.
+  QSize RoomFor(const QWidget& widget) const;
   void OpenMain(MainFrame& frame);
   void ShowDialog(FormWidget& widget, bool modal);
   void ShowFloating(FormWidget& widget);
+  void ShowCover(FormWidget& widget);
+  /// The windows that would stay above a cover, hidden now.
+  std::vector<QPointer<QWidget>> HideFloating();
   void Raise(QWidget& window);
   /// Gives the keyboard to the window that a closed one has uncovered; not every window system does.
   void ActivateFront();
@@ -99,6 +106,7 @@ class QtDesktop : public Desktop, public DesktopProbe {
   QString skin_;
   int theme_ = 1;
   bool catching_up_ = false;
+  std::function<void()> yielded_;
   std::unique_ptr<QProgressDialog> progress_;
 };
 

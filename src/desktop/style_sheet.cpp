@@ -17,7 +17,7 @@ QPlainTextEdit { border: 1px solid @field_line; border-radius: 3px; background: 
 QPlainTextEdit:focus { border: 2px solid @accent; }
 QLineEdit#cellEditor { border: 2px solid @accent; padding: 0 3px; background: @base; }
 QPushButton {
-  border: 1px solid @field_line; border-radius: 4px; padding: 4px 14px; min-height: 18px; min-width: 56px;
+  border: 1px solid @field_line; border-radius: 4px; padding: 4px 14px; min-height: 18px;
   background: @base; color: @text;
 }
 QPushButton:hover { background: @accent_faint; border-color: @accent; }
@@ -35,6 +35,8 @@ QCheckBox, QRadioButton { spacing: 6px; padding: 2px; border: 1px solid transpar
 QCheckBox:focus, QRadioButton:focus { border: 1px solid @accent; }
 QGroupBox { border: 1px solid @line; border-radius: 4px; margin-top: 9px; padding-top: 6px; }
 QGroupBox::title { subcontrol-origin: margin; left: 10px; padding: 0 4px; color: @accent; }
+QProgressBar { border: 1px solid @field_line; border-radius: 4px; background: @base; }
+QProgressBar::chunk { background: @accent; border-radius: 3px; }
 QSplitter::handle { background: transparent; }
 QSplitter::handle:hover { background: @accent_pale; }
 QTableView, QTreeView, QListView {

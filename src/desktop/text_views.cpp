@@ -5,7 +5,10 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QScrollBar>
 #include <QSignalBlocker>
+#include <QTextCursor>
+#include <QTimer>
 #include <algorithm>
 
 #include "desktop/field_view.h"
@@ -20,7 +23,6 @@ namespace {
 class LabelView final : public TypedView<Label> {
  public:
   LabelView(FormWidget& host, Label& control) : TypedView(host, control), label_(new QLabel(&host)) {
-    label_->setMinimumHeight(label_->fontMetrics().lineSpacing());
     label_->setTextInteractionFlags(Qt::NoTextInteraction);
   }
   QWidget* Widget() override { return label_; }
@@ -29,6 +31,9 @@ class LabelView final : public TypedView<Label> {
     QString text = ToQt(Field()->Caption());
     label_->setWordWrap(text.contains('\n') || text.size() > kWrapFrom);
     label_->setText(text);
+    const int margin = Field()->BackColour() == Control::kNoColour ? 0 : metrics::kTextMargin;
+    label_->setMargin(margin);
+    label_->setMinimumHeight(label_->fontMetrics().lineSpacing() + 2 * margin);
     RefreshCommon();
   }
 
@@ -111,21 +116,46 @@ class LineView final : public TypedView<TextBox> {
   bool editing_ = false;
 };
 
-/// A text box of several lines.
+/// A text box of several lines. One that only shows, such as a log of thousands of lines, is not drawn anew for each.
 class MemoView final : public TypedView<TextBox> {
  public:
   MemoView(FormWidget& host, TextBox& control) : TypedView(host, control), edit_(new QPlainTextEdit(&host)) {
     edit_->setTabChangesFocus(true);
-    QObject::connect(edit_, &QPlainTextEdit::textChanged, edit_,
-                     [this] { host_.Enter([this](Form&) { Field()->UserText(FromQt(edit_->toPlainText())); }); });
+    settle_.setSingleShot(true);
+    settle_.setInterval(kPauseInMilliseconds);
+    QObject::connect(&settle_, &QTimer::timeout, edit_, [this] { Settle(); });
+    QObject::connect(edit_, &QPlainTextEdit::textChanged, edit_, [this] {
+      host_.Enter([this](Form&) {
+        shown_ = FromQt(edit_->toPlainText());
+        Field()->UserText(shown_);
+      });
+    });
   }
   QWidget* Widget() override { return edit_; }
   void Refresh() override {
-    const QSignalBlocker quiet(edit_);
-    const QString text = ToQt(Field()->Text());
-    if (edit_->toPlainText() != text) edit_->setPlainText(text);
     edit_->setReadOnly(Field()->ReadOnly());
     RefreshCommon();
+    if (!Field()->ReadOnly()) return Settle();
+    if (!settle_.isActive()) settle_.start();
+  }
+  void Detach() override {
+    settle_.stop();
+    TypedView::Detach();
+  }
+  void Settle() override {
+    settle_.stop();
+    if (!Field() || Field()->Text() == shown_) return;
+    const QSignalBlocker quiet(edit_);
+    const std::string& text = Field()->Text();
+    if (!shown_.empty() && text.starts_with(shown_)) {
+      QTextCursor end(edit_->document());
+      end.movePosition(QTextCursor::End);
+      end.insertText(ToQt(text.substr(shown_.size())));
+    } else {
+      edit_->setPlainText(ToQt(text));
+    }
+    if (Field()->ReadOnly()) edit_->verticalScrollBar()->setValue(edit_->verticalScrollBar()->maximum());
+    shown_ = text;
   }
   bool EditsWith(const QKeyEvent& event) const override {
     return IsEditingKey(event.key()) || event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
@@ -133,7 +163,10 @@ class MemoView final : public TypedView<TextBox> {
   bool KeyAfterModel(const QKeyEvent&) override { return false; }
 
  private:
+  static constexpr int kPauseInMilliseconds = 60;
   QPlainTextEdit* edit_;
+  QTimer settle_;
+  std::string shown_;  ///< the model's text, as it was last
 };
 
 constexpr QSize kCalendarSize{290, 240};
@@ -167,8 +200,18 @@ class DateView final : public TypedView<DateBox> {
     edit_->setReadOnly(Field()->ReadOnly());
     RefreshCommon();
   }
+  /// Whoever comes to a date types it from the year on, wherever in it the last visit ended.
+  void TakeFocus() override {
+    const bool had_focus = edit_->hasFocus();
+    TypedView::TakeFocus();
+    if (!had_focus) edit_->setSelectedSection(QDateTimeEdit::YearSection);
+  }
   bool KeyAheadOfModel(const QKeyEvent& event) override {
-    if (event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter) edit_->interpretText();
+    const char32_t typed = TypedCharacter(event);
+    // A "1" may be the beginning of a "12" until any other key tells that it is not; that key's handler needs the date.
+    if (typed == 0 && !IsEditingKey(event.key())) edit_->interpretText();
+    if (typed == U'-' || typed == U'/' || typed == U'.') return GoOn();
+    filled_ = typed >= U'0' && typed <= U'9' ? edit_->currentSectionIndex() : kNone;
     return false;
   }
   bool KeyAfterModel(const QKeyEvent& event) override {
@@ -176,7 +219,21 @@ class DateView final : public TypedView<DateBox> {
   }
 
  private:
+  static constexpr int kNone = -1;
+
+  /// To the next of year, month and day, unless the last digit has led there already: the widget goes on by itself from
+  /// one that is full, and would go on once more.
+  bool GoOn() {
+    const bool went_on = filled_ != kNone && edit_->currentSectionIndex() != filled_;
+    filled_ = kNone;
+    if (went_on || edit_->isReadOnly()) return true;
+    const int next = edit_->currentSectionIndex() + 1;
+    if (next < edit_->sectionCount()) edit_->setSelectedSection(edit_->sectionAt(next));
+    return true;
+  }
+
   QDateEdit* edit_;
+  int filled_ = kNone;  // the section of the digit typed last
 };
 
 }  // namespace

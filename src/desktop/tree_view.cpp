@@ -5,6 +5,7 @@
 
 #include "desktop/field_view.h"
 #include "desktop/form_widget.h"
+#include "desktop/glyphs.h"
 #include "desktop/qt_text.h"
 
 namespace luming {
@@ -52,6 +53,7 @@ class TreeFieldView final : public TypedView<Tree> {
       if (!items_[id]) continue;
       const TreeNode& node = Field()->Nodes()[id];
       items_[id]->setText(0, ToQt(node.text));
+      items_[id]->setIcon(0, glyphs::OfNode(node.image));
       items_[id]->setExpanded(node.expanded);
     }
     const int selected = Field()->Selected();

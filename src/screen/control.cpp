@@ -83,6 +83,12 @@ void Picture::SetFile(std::filesystem::path file) {
   Changed();
 }
 
+void Picture::SetBorderStyle(int style) {
+  if (border_style_ == style) return;
+  border_style_ = style;
+  Changed();
+}
+
 ToolBar::ToolBar(Form* form, std::string name, std::vector<ToolButton> buttons)
     : Control(form, ControlKind::kToolBar, std::move(name), {}), buttons_(std::move(buttons)) {}
 

@@ -24,7 +24,8 @@ enum class ControlKind {
   kGrid,
   kTree,
   kToolBar,
-  kPicture
+  kPicture,
+  kProgressBar
 };
 
 /// 24-bit colour 0xRRGGBB.
@@ -138,6 +139,8 @@ class TextBox : public Control {
 
   const std::string& Text() const { return text_; }
   void SetText(std::string text);  ///< fires change when it differs
+  /// Puts more behind the text, as a log does; the cost is that of what is added.
+  void AppendText(std::string_view more);
   const TextOptions& Options() const { return options_; }
 
   void SelectAll();
@@ -260,10 +263,21 @@ class DateBox : public Control {
   void SetValue(const DateTime& value);  ///< fires change when it differs
   std::string Text() const;              ///< "yyyy-mm-dd"
   Event<> change;
+
+  void SelectAll();  ///< the next typed digit begins the year anew
+  void FocusGained() override;
   void DefaultKey(KeyEvent& event) override;  ///< Up and Down: one day
+  /// Digits fill the year, the month and the day in turn, each as far as it makes a date; "-", "/" and "." go on to the
+  /// next of them.
+  bool TypeCharacter(char32_t character) override;
 
  private:
+  bool TypeDigit(char digit);
+  bool NextPart();
+
   DateTime value_;
+  int part_ = 0;  // which of year, month and day is being typed
+  std::string typed_;
 };
 
 enum class ButtonRole { kPlain, kDefault, kCancel };  ///< default: Enter elsewhere clicks it; cancel: Esc does
@@ -307,17 +321,40 @@ class ToolBar : public Control {
   std::vector<ToolButton> buttons_;
 };
 
+/// What a picture shows while it has no file.
+enum class Emblem { kNone, kProgram, kLock };
+
 class Picture : public Control {
  public:
-  Picture(Form* form, std::string name) : Control(form, ControlKind::kPicture, std::move(name), {}) {}
+  Picture(Form* form, std::string name, Emblem emblem = Emblem::kNone)
+      : Control(form, ControlKind::kPicture, std::move(name), {}), emblem_(emblem) {}
   const std::filesystem::path& File() const { return file_; }
-  void SetFile(std::filesystem::path file);  ///< a missing or unreadable file draws nothing
+  void SetFile(std::filesystem::path file);  ///< a missing or unreadable file draws the emblem
+  Emblem Shown() const { return emblem_; }
+  int BorderStyle() const { return border_style_; }  ///< 1: a line stands around it
+  void SetBorderStyle(int style);
   bool CanFocus() const override { return false; }
   Event<> click;
+  Event<> mouse_move;
   void UserClick() override { click.Fire(); }
+  void UserMouseMove() { mouse_move.Fire(); }  ///< the mouse came over it
 
  private:
   std::filesystem::path file_;
+  Emblem emblem_;
+  int border_style_ = 0;
+};
+
+/// Shows how far long work has come.
+class ProgressBar : public Control {
+ public:
+  ProgressBar(Form* form, std::string name) : Control(form, ControlKind::kProgressBar, std::move(name), {}) {}
+  double Share() const { return share_; }  ///< from 0 to 1
+  void SetShare(double share);
+  bool CanFocus() const override { return false; }
+
+ private:
+  double share_ = 0;
 };
 
 struct TreeNode {
@@ -325,6 +362,8 @@ struct TreeNode {
   int parent = -1;
   std::string text;
   std::string key;
+  std::string
+      image;  ///< key of the picture ahead of the text: "None", "Some" and "All" are check boxes; empty for none
   bool expanded = false;
   bool removed = false;
 };
@@ -337,6 +376,7 @@ class Tree : public Control {
   void Clear();
   const std::vector<TreeNode>& Nodes() const { return nodes_; }  ///< parents stand ahead of their children
   void SetNodeText(int id, std::string text);
+  void SetNodeImage(int id, std::string image);
   void SetExpanded(int id, bool expanded);
   int Selected() const { return selected_; }  ///< -1 for none
   void Select(int id);                        ///< by code: no event

@@ -16,7 +16,12 @@ Form::~Form() = default;
 
 void Form::SetCaption(std::string caption) {
   caption_ = std::move(caption);
-  if (view_) view_->CaptionChanged();
+  if (view_) view_->LookChanged();
+}
+
+void Form::SetBackColour(Colour colour) {
+  back_colour_ = colour;
+  if (view_) view_->LookChanged();
 }
 
 void Form::EnsureLoaded() {

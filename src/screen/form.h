@@ -19,6 +19,7 @@ enum class WindowKind {
   kDialog,  ///< a window of its own
   /// A small window that stays above all others and appears without taking the keyboard from the form in front.
   kFloating,
+  kCover,  ///< a window without a frame that hides all others
 };
 
 /// Where a window stands: its upper left corner in pixels of the screen.
@@ -33,7 +34,7 @@ class FormView {
   virtual ~FormView() = default;
   virtual void ControlChanged(Control& control) = 0;
   virtual void FocusChanged(Control* control) = 0;
-  virtual void CaptionChanged() = 0;
+  virtual void LookChanged() = 0;  ///< caption or colour
 };
 
 /// A screen as a model: its fields are members, its rules member functions. Single instance for each class, owned by
@@ -48,6 +49,8 @@ class Form {
   const std::string& Name() const { return name_; }
   const std::string& Caption() const { return caption_; }
   void SetCaption(std::string caption);
+  Colour BackColour() const { return back_colour_; }  ///< Control::kNoColour: the desktop's own
+  void SetBackColour(Colour colour);
   WindowKind Kind() const { return kind_; }
   Forms& Registry() const { return forms_; }
 
@@ -127,6 +130,7 @@ class Form {
   Control* active_ = nullptr;
   Control* entered_ = nullptr;  // the control whose FocusGained has run and whose FocusLost has not
   unsigned focus_moves_ = 0;
+  Colour back_colour_ = Control::kNoColour;
   FormView* view_ = nullptr;
   bool loaded_ = false;
   bool shown_ = false;

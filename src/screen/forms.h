@@ -8,6 +8,7 @@
 
 #include "platform/desktop.h"
 #include "screen/form.h"
+#include "screen/grid.h"
 #include "util/clock.h"
 
 namespace luming {
@@ -25,6 +26,8 @@ class Forms {
   /// Switches to the keyboard layout that the operator chose; called when a field that asks for it gets the focus. May
   /// stay empty.
   std::function<void()> operator_ime;
+  /// Prints or exports a grid at the operator's wish. May stay empty.
+  std::function<void(Grid&, GridCommand)> grid_command;
 
   /// The form of that class, created on first use. A class names itself in `kName`.
   template <class T, class... Args>

@@ -12,6 +12,8 @@
 
 namespace luming {
 
+/// What the operator may do with any grid, whatever its screen has buttons for.
+enum class GridCommand { kPreview = 1, kExport };
 enum class CellKind { kText, kNumber, kStatic, kCheck, kCombo, kDate };
 enum class Align { kDefault, kLeft, kRight, kCentre };  ///< default: numbers right, the rest left
 
@@ -105,6 +107,10 @@ class Grid : public Control {
   /// The whole active row is shown selected, and cells are not edited in place.
   void SetRowMode(bool on);
   bool RowMode() const;
+  /// A page of cells instead of a list: every row so many text lines high, no row numbers, and only the active cell is
+  /// marked. To be said before the grid is shown; 0 is a list.
+  void SetPageLines(int lines);
+  int PageLines() const;
   /// Off: the view waits; on again: it draws once.
   void SetReDraw(bool on);
 
@@ -122,13 +128,14 @@ class Grid : public Control {
   void UserActivate(int row, int col);   ///< leave_cell may refuse
   void UserClickCell(int row, int col);  ///< activates, then click
   void UserDoubleClick(int row, int col);
-  void UserRightClick(int row, int col);
+  void UserRightClick(int row, int col);  ///< offers the grid's commands where the screen has no right click of its own
   /// Edits in place: false when CanEdit refuses, or a number cell is given none. Fires change when it differs.
   bool UserEdit(int row, int col, std::string text);
   /// False in row mode and for a locked or formula cell; asks before_edit, too.
   bool CanEdit(int row, int col);
   void UserHeaderClick(int col);
   void UserColumnWidth(int col, int characters);  ///< the edge of the column was dragged
+  void UserCommand(GridCommand command);          ///< to Forms::grid_command
 
   struct CellRef {
     int row = 0;
@@ -142,7 +149,8 @@ class Grid : public Control {
   Event<CellRef, bool&> before_edit;          ///< set the flag to refuse
   Event<CellRef, CellRef, bool&> leave_cell;  ///< from, to; set the flag to stay
 
-  void DefaultKey(KeyEvent& event) override;  ///< arrows, Page, Home, End move the active cell
+  /// Arrows, Page, Home, End move the active cell; Ctrl+P previews, Ctrl+E exports.
+  void DefaultKey(KeyEvent& event) override;
   bool CanFocus() const override;
 
  private:
@@ -150,6 +158,7 @@ class Grid : public Control {
   template <class Change>
   void ApplyLook(int row, int first_col, int last_col, Change apply);
   int NextVisibleCol(int col, int step) const;
+  void OfferCommands();
   void Redraw();
 
   std::unique_ptr<Cells> cells_;

@@ -76,6 +76,7 @@ struct Grid::Cells {
   int active_col = 0;
   int top_row = 1;
   bool row_mode = false;
+  int page_lines = 0;
   bool redraw = true;
   bool grid_lines = true;
   Colour back = Control::kNoColour;

@@ -203,6 +203,15 @@ Colour Grid::LockedText() const {
   return cells_->locked_text;
 }
 
+void Grid::SetPageLines(int lines) {
+  cells_->page_lines = lines;
+  Redraw();
+}
+
+int Grid::PageLines() const {
+  return cells_->page_lines;
+}
+
 void Grid::SetRowMode(bool on) {
   cells_->row_mode = on;
   Redraw();

@@ -47,7 +47,18 @@ void Grid::UserRightClick(int row, int col) {
   Owner().UserFocus(*this);
   if (Owner().IsUnloaded()) return;
   UserActivate(row, col);
-  right_click.Fire(row, col);
+  if (right_click.IsConnected()) {
+    right_click.Fire(row, col);
+  } else if (Owner().Registry().grid_command) {
+    OfferCommands();
+  }
+}
+
+void Grid::OfferCommands() {
+  const std::vector<MenuEntry> entries = {{"打印预览(&P)", static_cast<int>(GridCommand::kPreview)},
+                                          {"导出到 Excel(&E)", static_cast<int>(GridCommand::kExport)}};
+  const std::optional<int> chosen = Owner().Registry().desktop().PopUp(entries);
+  if (chosen && !Owner().IsUnloaded()) UserCommand(static_cast<GridCommand>(*chosen));
 }
 
 bool Grid::CanEdit(int row, int col) {
@@ -76,6 +87,12 @@ void Grid::UserHeaderClick(int col) {
   header_click.Fire(col);
 }
 
+void Grid::UserCommand(GridCommand command) {
+  Forms& forms = Owner().Registry();
+  Forms::HandlerScope scope(forms);
+  if (forms.grid_command) forms.grid_command(*this, command);
+}
+
 int Grid::NextVisibleCol(int col, int step) const {
   int next = col + step;
   while (next >= 1 && next <= MaxCols() && ColumnHidden(next)) next += step;
@@ -83,6 +100,11 @@ int Grid::NextVisibleCol(int col, int step) const {
 }
 
 void Grid::DefaultKey(KeyEvent& event) {
+  if (event.ctrl && !event.alt && (event.code == 'P' || event.code == 'E')) {
+    event.handled = true;
+    UserCommand(event.code == 'P' ? GridCommand::kPreview : GridCommand::kExport);
+    return;
+  }
   if (event.alt || MaxRows() == 0) return;
   int row = ActiveRow();
   int col = ActiveCol();

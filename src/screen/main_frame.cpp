@@ -28,7 +28,7 @@ void MainFrame::SetBackPicture(std::filesystem::path file) {
 }
 
 void MainFrame::FrameChanged() {
-  if (View()) View()->CaptionChanged();
+  if (View()) View()->LookChanged();
 }
 
 }  // namespace luming

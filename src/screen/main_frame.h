@@ -49,7 +49,7 @@ class MainFrame : public Form {
   void SetBackPicture(std::filesystem::path file);
 
  private:
-  void FrameChanged();  ///< tells the view by CaptionChanged
+  void FrameChanged();  ///< tells the view by LookChanged
 
   std::array<std::string, kPanelCount> panels_;
   bool tool_bar_visible_ = true;

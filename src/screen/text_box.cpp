@@ -46,6 +46,14 @@ void TextBox::SetText(std::string text) {
   change.Fire();
 }
 
+void TextBox::AppendText(std::string_view more) {
+  if (more.empty()) return;
+  Forms::HandlerScope scope(Owner().Registry());
+  text_ += more;
+  Changed();
+  change.Fire();
+}
+
 void TextBox::SelectAll() {
   SetSelection(0, CharCount(text_));
 }

@@ -13,7 +13,7 @@ bool IsNode(const std::vector<TreeNode>& nodes, int id) {
 int Tree::AddNode(int parent, std::string text, std::string node_key) {
   if (parent >= 0 && !IsNode(nodes_, parent)) throw StandardFailure(failure::kSubscript);
   const int id = static_cast<int>(nodes_.size());
-  nodes_.push_back({id, parent < 0 ? -1 : parent, std::move(text), std::move(node_key)});
+  nodes_.push_back({id, parent < 0 ? -1 : parent, std::move(text), std::move(node_key), {}});
   Changed();
   return id;
 }
@@ -38,6 +38,12 @@ void Tree::Clear() {
 void Tree::SetNodeText(int id, std::string text) {
   if (!IsNode(nodes_, id)) return;
   nodes_[static_cast<std::size_t>(id)].text = std::move(text);
+  Changed();
+}
+
+void Tree::SetNodeImage(int id, std::string image) {
+  if (!IsNode(nodes_, id)) return;
+  nodes_[static_cast<std::size_t>(id)].image = std::move(image);
   Changed();
 }
 

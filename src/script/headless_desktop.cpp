@@ -58,6 +58,14 @@ void HeadlessDesktop::Show(Form&) {
   ended_ = false;
 }
 
+void HeadlessDesktop::DoEvents() {
+  if (!yielded) return;
+  // A program that is started anew has shown nothing yet since the one before it ended.
+  const bool ended_before = ended_;
+  yielded();
+  if (ended_ && !ended_before) throw ProcessEnded{};
+}
+
 void HeadlessDesktop::RunModal(Form& form) {
   WaitUntil([&form] { return form.IsUnloaded() || !form.IsShown(); });
 }

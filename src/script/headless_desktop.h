@@ -15,6 +15,8 @@ class HeadlessDesktop : public Desktop, public DesktopProbe {
  public:
   /// Does one thing an operator would do. Throws HeadlessStuck when it has nothing left to do; so does an empty one.
   std::function<void()> pump;
+  /// What happens whenever the program lets events happen in the middle of its work; may stay empty.
+  std::function<void()> yielded;
 
   bool Ended() const { return ended_; }  ///< EndProcess was called and nothing was shown since
 
@@ -27,7 +29,7 @@ class HeadlessDesktop : public Desktop, public DesktopProbe {
   void Close(Form&) override {}
   void Maximise(Form&) override {}
   void ArrangeChildren(Arrangement) override {}
-  void DoEvents() override {}
+  void DoEvents() override;
   void AttachSkin(const std::filesystem::path&) override {}
   void SetTheme(int) override {}
   void EndProcess() override { ended_ = true; }

@@ -196,13 +196,15 @@ void ScriptDriver::Type(const ScriptStep& step) {
   Form& form = control.Owner();
   auto* box = dynamic_cast<TextBox*>(&control);
   auto* combo = dynamic_cast<ComboBox*>(&control);
-  if (!box && !combo) throw ScriptProblem{0, "\"" + step.arguments[0] + "\" takes no typed text"};
+  auto* date = dynamic_cast<DateBox*>(&control);
+  if (!box && !combo && !date) throw ScriptProblem{0, "\"" + step.arguments[0] + "\" takes no typed text"};
   DemandWritable(control);
   const Forms::HandlerScope scope(form.Registry());
   form.UserFocus(control);
   if (form.IsUnloaded() || !control.HasFocus()) throw ScriptProblem{0, "\"" + control.Name() + "\" gets no focus"};
   if (box) box->SelectAll();
   if (combo) combo->SelectAll();
+  if (date) date->SelectAll();
   TypeText(form, step.arguments[1]);
 }
 
@@ -353,21 +355,15 @@ void ScriptDriver::CloseWindow(const ScriptStep&) {
 void ScriptDriver::AnswerBox(const ScriptStep& step) {
   const Box* box = probe_.OpenBox();
   if (!box) throw ScriptProblem{0, "no box is open"};
-  struct Offer {
-    std::string_view name;
-    Answer answer;
-    int buttons;
-  };
-  constexpr int kButtons = 0x0F;  // the rest is icon and default
-  const int buttons = box->style & kButtons;
-  for (const Offer& offer :
-       {Offer{"yes", Answer::kYes, box::kYesNo}, Offer{"no", Answer::kNo, box::kYesNo}, Offer{"ok", Answer::kOk, 0},
-        Offer{"ok", Answer::kOk, box::kOkCancel}, Offer{"cancel", Answer::kCancel, box::kOkCancel},
-        Offer{"yes", Answer::kYes, box::kYesNoCancel}, Offer{"no", Answer::kNo, box::kYesNoCancel},
-        Offer{"cancel", Answer::kCancel, box::kYesNoCancel}}) {
-    if (offer.name == step.arguments[0] && offer.buttons == buttons) return probe_.AnswerBox(offer.answer);
+  const std::string& wanted = step.arguments[0];
+  if (wanted == "default") return probe_.AnswerBox(DefaultAnswer(box->style));
+  constexpr std::array kNames = {std::pair{"yes", Answer::kYes}, std::pair{"no", Answer::kNo},
+                                 std::pair{"ok", Answer::kOk}, std::pair{"cancel", Answer::kCancel}};
+  const std::vector<Answer> offered = AnswersOf(box->style);
+  for (const auto& [name, answer] : kNames) {
+    if (wanted == name && std::ranges::count(offered, answer) > 0) return probe_.AnswerBox(answer);
   }
-  throw ScriptProblem{0, "the box \"" + box->title + "\" has no button \"" + step.arguments[0] + "\""};
+  throw ScriptProblem{0, "the box \"" + box->title + "\" has no button \"" + wanted + "\""};
 }
 
 void ScriptDriver::AnswerFile(const ScriptStep& step) {

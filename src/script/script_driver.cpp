@@ -25,6 +25,7 @@ const std::vector<ScriptDriver::StepKind>& ScriptDriver::Kinds() {
       {{"clock", 0, Tail::kText, "YYYY-MM-DD [HH:MM:SS]"}, Duty::kLook, &D::SetClock},
       {{"sql", 0, Tail::kText, "TEXT"}, Duty::kLook, &D::RunSql},
       {{"form", 0, Tail::kText, "NAME"}, Duty::kLook, &D::AddressForm},
+      {{"meanwhile", 1, Tail::kText, "N STEP"}, Duty::kLook, &D::Meanwhile},
 
       {{"start", 0, Tail::kMaybeText, "[TEXT]"}, Duty::kAct, &D::Start},
       {{"command", 1, Tail::kNone, "ID"}, Duty::kAct, &D::Command},
@@ -45,7 +46,7 @@ const std::vector<ScriptDriver::StepKind>& ScriptDriver::Kinds() {
       {{"node", 1, Tail::kText, "TREE TEXT"}, Duty::kAct, &D::ClickNode},
       {{"close", 0, Tail::kNone, ""}, Duty::kAct, &D::CloseWindow},
 
-      {{"answer", 1, Tail::kNone, "yes|no|ok|cancel"}, Duty::kAnswer, &D::AnswerBox},
+      {{"answer", 1, Tail::kNone, "yes|no|ok|cancel|default"}, Duty::kAnswer, &D::AnswerBox},
       {{"file", 0, Tail::kText, "PATH|cancel"}, Duty::kAnswer, &D::AnswerFile},
       {{"popup", 0, Tail::kText, "CAPTION|cancel"}, Duty::kAnswer, &D::AnswerPopUp},
 
@@ -116,7 +117,10 @@ bool ScriptDriver::Step() {
     Finish();
     return false;
   }
-  const ScriptStep& step = steps_[next_++];
+  return Perform(steps_[next_++]);
+}
+
+bool ScriptDriver::Perform(const ScriptStep& step) {
   const int line = line_ = step.line;
   try {
     Run(step);
@@ -149,9 +153,31 @@ void ScriptDriver::Stop(const std::string& what) {
   Report(line_, what);
 }
 
+void ScriptDriver::Meanwhile(const ScriptStep& step) {
+  const int yields = NumberFrom(1, step.arguments[0], "number of times");
+  std::vector<ScriptStep> inner = ParseScript(step.raw_tail, Syntaxes());
+  if (inner.size() != 1) throw ScriptProblem{0, "there is no step to be done meanwhile"};
+  inner.front().line = step.line;
+  waiting_.push_back({yields, std::move(inner.front())});
+}
+
+void ScriptDriver::Yielded() {
+  std::vector<ScriptStep> due;
+  for (WaitingStep& waiting : waiting_) {
+    if (--waiting.yields == 0) due.push_back(waiting.step);
+  }
+  std::erase_if(waiting_, [](const WaitingStep& waiting) { return waiting.yields == 0; });
+  for (const ScriptStep& step : due) {
+    if (!stopped_) Perform(step);
+  }
+}
+
 void ScriptDriver::Finish() {
   try {
     RefuseWhileAsked();
+    if (waiting_.empty()) return;
+    line_ = waiting_.front().step.line;
+    Stop("the program was never at work so long");
   } catch (const ScriptProblem& problem) {
     Stop(problem.what);
   }
@@ -235,6 +261,7 @@ int RunHeadless(ScriptDriver& driver, HeadlessDesktop& desktop) {
   desktop.pump = [&driver] {
     if (!driver.Step()) throw HeadlessStuck{};
   };
+  desktop.yielded = [&driver] { driver.Yielded(); };
   try {
     while (driver.Step()) {
     }
@@ -242,6 +269,7 @@ int RunHeadless(ScriptDriver& driver, HeadlessDesktop& desktop) {
     // The script ended or was stopped while the program still waited in a modal form.
   }
   desktop.pump = nullptr;
+  desktop.yielded = nullptr;
   return driver.ExitCode();
 }
 

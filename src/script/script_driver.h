@@ -30,6 +30,8 @@ class ScriptDriver {
   /// Runs the next step. False when none is left or the script was stopped. Throws nothing but what the desktop's own
   /// waiting calls throw to unwind.
   bool Step();
+  /// The program has let events happen in the middle of its work: runs the steps that wait for this time.
+  void Yielded();
   /// Reports what ended the script from outside, such as a failure in a handler that no step called.
   void Stop(const std::string& what);
 
@@ -44,6 +46,7 @@ class ScriptDriver {
   enum class Duty { kAct, kAnswer, kLook };
 
   static const std::vector<StepKind>& Kinds();
+  bool Perform(const ScriptStep& step);
   void Run(const ScriptStep& step);
   void Finish();
   void Report(int line, const std::string& what);
@@ -69,6 +72,7 @@ class ScriptDriver {
   void SetClock(const ScriptStep& step);
   void RunSql(const ScriptStep& step);
   void AddressForm(const ScriptStep& step);
+  void Meanwhile(const ScriptStep& step);
 
   // Steps that act.
   void Start(const ScriptStep& step);
@@ -130,6 +134,11 @@ class ScriptDriver {
   std::string name_;
   std::vector<ScriptStep> steps_;
   std::size_t next_ = 0;
+  struct WaitingStep {
+    int yields;  ///< still to come
+    ScriptStep step;
+  };
+  std::vector<WaitingStep> waiting_;
   int line_ = 0;  ///< of the step that began last
   int failed_ = 0;
   bool stopped_ = false;

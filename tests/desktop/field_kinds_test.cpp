@@ -3,6 +3,8 @@
 #include <QImage>
 #include <QLabel>
 #include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QScrollBar>
 #include <QTemporaryDir>
 #include <QToolButton>
 #include <QTreeWidget>
@@ -20,6 +22,7 @@ class KindsForm : public Form {
     tree.node_click.Connect(this, &KindsForm::NodeClicked);
     refusing.click.Connect(this, &KindsForm::Refuse);
     image.click.Connect(this, &KindsForm::ImageClicked);
+    lock.mouse_move.Connect([this] { lock.SetBorderStyle(1); });
   }
 
   ToolBar bar{this, "bar", {{"打印", "print"}, {"导出到Excel", "export", true, false}, {"关闭(&Q)", "close"}}};
@@ -28,14 +31,18 @@ class KindsForm : public Form {
   OptionButton first{this, "first", "按编码", "order", true};
   OptionButton second{this, "second", "按品名", "order"};
   TextBox memo{this, "memo", "备注", {.multi_line = true}};
+  TextBox log{this, "log", "", {.multi_line = true}};
+  ProgressBar done{this, "done"};
   Label amount{this, "amount", "12.50"};
   Picture image{this, "image"};
+  Picture lock{this, "lock", Emblem::kLock};
   TextBox secret{this, "secret", "口令", {.masked = true}};
   TextBox parked{this, "parked", "不显示"};
 
   Layout Arrange() const override {
-    return Column({bar, Row({tree, memo}), Row({refusing, first, second, Space(), Layout(amount).Titled("进货金额")}),
-                   image, secret, Hidden({parked})});
+    return Column({bar, Row({tree, memo}), done, log,
+                   Row({refusing, first, second, Space(), Layout(amount).Titled("进货金额")}), image,
+                   Layout(lock).Width(4).Height(2), secret, Hidden({parked})});
   }
   void Pressed(const std::string& which) { pressed.push_back(which); }
   void NodeClicked(int id) { clicked.push_back(id); }
@@ -102,6 +109,11 @@ TEST_F(FieldKindsTest, TreeFollowsTheModelAndTellsClicksAndKeys) {
   emit tree->itemClicked(tree->topLevelItem(0), 0);
   EXPECT_EQ(form.clicked.back(), root);
 
+  form.tree.SetNodeImage(root, "Some");
+  Settle();
+  EXPECT_FALSE(tree->topLevelItem(0)->icon(0).isNull());
+  EXPECT_TRUE(tree->topLevelItem(0)->child(0)->icon(0).isNull());
+
   form.tree.RemoveNode(child);
   form.tree.AddNode(root, "针剂");
   Settle();
@@ -115,6 +127,26 @@ TEST_F(FieldKindsTest, ValuesHaveTitlesAndHiddenFieldsNoWidget) {
   EXPECT_TRUE(LabelOf("进货金额")->isHidden());
   EXPECT_EQ(Find<QWidget>("parked"), nullptr);
   EXPECT_EQ(LabelOf("不显示"), nullptr);
+}
+
+TEST_F(FieldKindsTest, ALogGrowsAtItsEndAndStaysThere) {
+  form.log.SetReadOnly(true);
+  auto* log = Find<QPlainTextEdit>("log");
+  EXPECT_TRUE(log->isReadOnly());
+  for (int line = 1; line <= 500; ++line) form.log.AppendText("第" + std::to_string(line) + "行\r\n");
+  QTRY_COMPARE(log->blockCount(), 501);
+  EXPECT_EQ(log->verticalScrollBar()->value(), log->verticalScrollBar()->maximum());
+  form.log.SetText("新的");
+  QTRY_COMPARE(log->toPlainText(), QString("新的"));
+}
+
+TEST_F(FieldKindsTest, AProgressBarShowsItsShare) {
+  auto* bar = Find<QProgressBar>("done");
+  EXPECT_EQ(bar->value(), bar->minimum());
+  form.done.SetShare(0.5);
+  EXPECT_EQ(bar->value() * 2, bar->maximum());
+  form.done.SetShare(7);
+  EXPECT_EQ(bar->value(), bar->maximum());
 }
 
 TEST_F(FieldKindsTest, MemoTakesLinesAndAPictureOnlyWhatIsOne) {
@@ -138,6 +170,17 @@ TEST_F(FieldKindsTest, MemoTakesLinesAndAPictureOnlyWhatIsOne) {
   form.image.SetFile(good.toStdString());
   EXPECT_FALSE(picture->isHidden());
   EXPECT_EQ(picture->sizeHint(), QSize(40, 30));
+}
+
+TEST_F(FieldKindsTest, APictureWithoutAFileShowsItsEmblemAndFeelsTheMouse) {
+  auto* widget = Find<QWidget>("lock");
+  EXPECT_TRUE(widget->isVisible());
+  EXPECT_FALSE(Find<QWidget>("image")->isVisible()) << "nothing to show takes no room";
+  const QImage before = widget->grab().toImage();
+  QEnterEvent enter({1, 1}, {1, 1}, {1, 1});
+  QCoreApplication::sendEvent(widget, &enter);
+  EXPECT_EQ(form.lock.BorderStyle(), 1);
+  EXPECT_NE(widget->grab().toImage(), before) << "the line around it is drawn";
 }
 
 }  // namespace

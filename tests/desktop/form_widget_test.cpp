@@ -138,6 +138,24 @@ TEST_F(EntryTest, LeavingCutsAndTheViewFollowsTheModel) {
   EXPECT_EQ(date->date(), QDate(2028, 1, 1));
 }
 
+TEST_F(EntryTest, ADateIsTypedAtTheWidgetAndByScriptsAlike) {
+  auto* date = Find<QDateEdit>("XQ");
+  form.XQ.SetFocus();
+  for (const auto& [typed, shown] : {std::pair{"2031-11-30", "2031-11-30"},
+                                     {"20290507", "2029-05-07"},
+                                     {"2030/3/9", "2030-03-09"},
+                                     {"2032.12.1", "2032-12-01"}}) {
+    form.PH.SetFocus();
+    form.XQ.SetFocus();
+    Type(date, typed);
+    Press(date, Qt::Key_F5);
+    EXPECT_EQ(form.XQ.Text(), shown) << typed;
+  }
+  form.XQ.SelectAll();
+  for (const char digit : std::string("2029-05-07")) form.UserType(static_cast<char32_t>(digit));
+  EXPECT_EQ(date->date(), QDate(2029, 5, 7));
+}
+
 TEST_F(EntryTest, LettersOfCaptionsClickAndMoveTheFocus) {
   Press(Line("PFJ"), Qt::Key_Y, {}, Qt::AltModifier);
   EXPECT_EQ(form.confirmed, 1);

@@ -120,6 +120,22 @@ TEST_F(GridViewTest, KeysMoveTheActiveCellIntoView) {
   EXPECT_EQ(form.fpSpread1.TopRow(), 21);
 }
 
+TEST_F(GridViewTest, ALastRowThatJustCameIsBroughtIntoView) {
+  for (const int frozen : {0, 2}) {
+    form.fpSpread1.SetFrozenCols(frozen);
+    FillRows(14);
+    Settle();
+    FillRows(60);
+    form.fpSpread1.SetActiveCell(60, 1);
+    Settle();
+    const QRect cell = table->visualRect(table->model()->index(59, 1));
+    EXPECT_TRUE(table->viewport()->rect().contains(cell)) << "with frozen columns " << frozen;
+    form.fpSpread1.SetActiveCell(1, 1);
+    Settle();
+    EXPECT_EQ(table->verticalScrollBar()->value(), 0);
+  }
+}
+
 TEST_F(GridViewTest, TellsTheMouseAlsoOnFrozenColumns) {
   form.fpSpread1.SetFrozenCols(1);
   form.fpSpread1.SetLocked(-1, -1, -1, true);
@@ -133,8 +149,22 @@ TEST_F(GridViewTest, TellsTheMouseAlsoOnFrozenColumns) {
   ASSERT_TRUE(frozen->isVisible());
   Click(frozen, 1, 1);
   emit table->horizontalHeader()->sectionClicked(2);
-  EXPECT_EQ(form.told, "c2,2 d2,2 r3,2 c1,1 h3 ");
+  emit frozen->horizontalHeader()->sectionClicked(0);
+  EXPECT_EQ(form.told, "c2,2 d2,2 r3,2 c1,1 h3 h1 ");
   EXPECT_EQ(frozen->columnWidth(0), table->columnWidth(0));
+  EXPECT_FALSE(form.fpSpread1.WidthIsOperators(1));
+  const int wider = frozen->columnWidth(0) + 40;
+  const QHeaderView* heads = frozen->horizontalHeader();
+  const QPoint edge(heads->sectionViewportPosition(0) + heads->sectionSize(0) - 2, heads->height() / 2);
+  QTest::mousePress(heads->viewport(), Qt::LeftButton, Qt::NoModifier, edge);
+  QTest::mouseMove(heads->viewport(), edge + QPoint(20, 0));
+  QTest::mouseMove(heads->viewport(), edge + QPoint(40, 0));
+  QTest::mouseRelease(heads->viewport(), Qt::LeftButton, Qt::NoModifier, edge + QPoint(40, 0));
+  EXPECT_EQ(frozen->columnWidth(0), wider);
+  EXPECT_EQ(table->columnWidth(0), wider);
+  EXPECT_TRUE(form.fpSpread1.WidthIsOperators(1));
+  Settle();
+  EXPECT_EQ(table->columnWidth(0), wider);
 }
 
 TEST_F(GridViewTest, ChecksTurnAndListsOpen) {
@@ -156,6 +186,16 @@ TEST_F(GridViewTest, ChecksTurnAndListsOpen) {
   list->setCurrentIndex(1);
   emit list->activated(1);
   EXPECT_EQ(form.fpSpread1.Text(1, 6), "瓶");
+
+  Settle();
+  Click(table, 1, 6);
+  Press(table, Qt::Key_B, "b");
+  list = table->findChild<QComboBox*>("cellEditor");
+  ASSERT_NE(list, nullptr) << "a text of one's own is typed over the entry";
+  EXPECT_EQ(list->currentText(), "b");
+  Press(list->lineEdit(), Qt::Key_X, "x");
+  Press(list->lineEdit(), Qt::Key_Return, "\r");
+  EXPECT_EQ(form.fpSpread1.Text(1, 6), "bx");
 }
 
 TEST_F(GridViewTest, SpansCoverTheirCells) {
@@ -195,6 +235,39 @@ TEST_F(GridViewTest, AHandlerThatSetsManyCellsPaintsOnce) {
   Settle();
   EXPECT_GT(painter.painted, 0);
   EXPECT_LT(painter.painted, 300);
+}
+
+/// A grid as a page of cells.
+class PageForm : public Form {
+ public:
+  static constexpr const char* kName = "PageForm";
+  explicit PageForm(Forms& forms) : Form(forms, kName, "日历", WindowKind::kDialog) {
+    page.SetPageLines(2);
+    page.SetMaxRows(6);
+    for (int row = 1; row <= 6; ++row) page.SetText(row, 1, std::to_string(row) + "\n初" + std::to_string(row));
+  }
+  Grid page{this, "page", {"日", "一", "二"}};
+  Layout Arrange() const override { return Column({page}); }
+};
+
+TEST_F(GridViewTest, APageShowsAllItsRowsWithoutNumbersAndMarksOneCell) {
+  auto& calendar = forms.Get<PageForm>(forms);
+  calendar.Show();
+  calendar.page.SetFocus();
+  Settle();
+  auto* view = Find<QTableView>("page");
+  EXPECT_FALSE(view->verticalHeader()->isVisible());
+  EXPECT_LE(view->rowViewportPosition(5) + view->rowHeight(5), view->viewport()->height());
+  EXPECT_GE(view->rowHeight(0), 2 * view->fontMetrics().lineSpacing());
+  EXPECT_FALSE(view->verticalScrollBar()->isVisible());
+
+  const auto neighbour = [&] { return view->grab(QRect(view->columnViewportPosition(1), 60, 20, 20)).toImage(); };
+  calendar.page.SetActiveCell(1, 1);
+  Settle();
+  const QImage beside_active = neighbour();
+  calendar.page.SetActiveCell(6, 3);
+  Settle();
+  EXPECT_EQ(beside_active, neighbour()) << "the rest of the active row looks as ever";
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QTabBar>
@@ -45,7 +46,8 @@ class ChildForm : public Form {
  public:
   ChildForm(Forms& forms, const char* name, const char* caption) : Form(forms, name, caption, WindowKind::kChild) {}
   TextBox PM{this, "PM", "品名"};
-  Layout Arrange() const override { return Row({PM}); }
+  TextBox SL{this, "SL", "数量"};
+  Layout Arrange() const override { return Row({PM, SL}); }
 };
 class FirstChild : public ChildForm {
  public:
@@ -131,6 +133,22 @@ TEST_F(MainWindowTest, ChildrenAreTabsThatTheOperatorSwitchesArrangesAndCloses) 
   Settle();
   EXPECT_EQ(main->workspace().Children().size(), 1U);
   EXPECT_EQ(forms.ActiveChild(), &first);
+}
+
+TEST_F(MainWindowTest, AFocusThatQtMovedDoesNotBringAFormBackToTheFront) {
+  auto& first = forms.Get<FirstChild>(forms);
+  first.Show();
+  Settle();
+  auto* field = main->workspace().ActiveChild()->findChild<QLineEdit*>("SL");
+  field->setFocus(Qt::OtherFocusReason);
+  Settle();
+  EXPECT_EQ(main->workspace().ActiveChild()->findChild<QLineEdit*>("PM"), QApplication::focusWidget());
+
+  field->setFocus(Qt::OtherFocusReason);
+  auto& second = forms.Get<SecondChild>(forms);
+  second.Show();
+  Settle();
+  EXPECT_EQ(forms.ActiveChild(), &second);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "desktop/qt_desktop.h"
 
+#include <QAbstractButton>
 #include <QDir>
 #include <QFile>
 #include <QImage>
@@ -55,6 +56,89 @@ TEST_F(QtDesktopTest, BoxesAreAnsweredByKeys) {
   EXPECT_EQ(ask(box::kYesNoCancel, Qt::Key_Escape), Answer::kCancel);
   EXPECT_EQ(ask(box::kOkCancel, Qt::Key_Escape), Answer::kCancel);
   EXPECT_EQ(ask(box::kStop, Qt::Key_Escape), Answer::kOk);
+}
+
+/// Looks at the cursor while its button works, then asks.
+class WorkingForm : public Form {
+ public:
+  static constexpr const char* kName = "WorkingForm";
+  explicit WorkingForm(Forms& forms) : Form(forms, kName, "保存", WindowKind::kDialog) {
+    SL.change.Connect([this] { Look(); });
+  }
+  TextBox SL{this, "SL", "数量"};
+  Button Command1{this, "Command1", "保存", &WorkingForm::Command1_Click};
+  Layout Arrange() const override { return Column({SL, Command1}); }
+  void Command1_Click() {
+    Look();
+    Registry().desktop().MsgBox({"成功", box::kInformation, "信息"});
+    Look();
+  }
+  void Look() { looks.push_back(IsWaiting()); }
+  static bool IsWaiting() {
+    const QCursor* cursor = QGuiApplication::overrideCursor();
+    return cursor && cursor->shape() == Qt::WaitCursor;
+  }
+  std::vector<bool> looks;
+};
+
+TEST_F(QtDesktopTest, WorkShowsTheWaitingCursorButNotWhileTheOperatorIsAsked) {
+  auto& form = forms.Get<WorkingForm>(forms);
+  form.Show();
+  Settle();
+  bool while_asked = true;
+  Meanwhile([&] {
+    while_asked = WorkingForm::IsWaiting();
+    Press(Find<QWidget>("box"), Qt::Key_Return);
+  });
+  Find<QAbstractButton>("Command1")->click();
+  EXPECT_EQ(form.looks, (std::vector<bool>{true, true}));
+  EXPECT_FALSE(while_asked);
+  EXPECT_FALSE(WorkingForm::IsWaiting());
+
+  form.looks.clear();
+  Type(Find<QLineEdit>("SL"), "1");
+  EXPECT_EQ(form.looks, (std::vector<bool>{false})) << "typing does not flicker";
+}
+
+class CoverForm : public Form {
+ public:
+  static constexpr const char* kName = "CoverForm";
+  explicit CoverForm(Forms& forms) : Form(forms, kName, "锁定", WindowKind::kCover) {}
+  TextBox Text1{this, "Text1"};
+  Layout Arrange() const override { return Column({Text1}); }
+
+ protected:
+  void ClosedByFrame() override {}
+};
+
+class FloatingForm : public Form {
+ public:
+  static constexpr const char* kName = "FloatingForm";
+  explicit FloatingForm(Forms& forms) : Form(forms, kName, "品名选择", WindowKind::kFloating) {}
+  TextBox PM{this, "PM"};
+  Layout Arrange() const override { return Column({PM}); }
+};
+
+TEST_F(QtDesktopTest, ACoverHidesTheOtherWindowsAndIsClosedByItsFormAlone) {
+  forms.Get<AskingForm>(forms).Show();
+  forms.Get<FloatingForm>(forms).Show();
+  Settle();
+  QWidget* const below = Find<QLineEdit>("SL")->window();
+  QWidget* const floating = Find<QLineEdit>("PM")->window();
+  below->move(-50, -40);
+  Meanwhile([&] {
+    QWidget* const cover = Find<QLineEdit>("Text1")->window();
+    EXPECT_TRUE(cover->geometry().contains(below->frameGeometry()));
+    EXPECT_TRUE(cover->geometry().contains(cover->screen()->geometry()));
+    EXPECT_TRUE(cover->windowFlags().testFlag(Qt::FramelessWindowHint));
+    EXPECT_FALSE(floating->isVisible()) << "it would stay above the cover";
+    cover->close();
+    EXPECT_TRUE(cover->isVisible());
+    forms.Get<CoverForm>(forms).Unload();
+  });
+  desktop.Enter([&] { forms.Get<CoverForm>(forms).ShowModal(); });
+  EXPECT_EQ(forms.Find("CoverForm"), nullptr);
+  EXPECT_TRUE(floating->isVisible());
 }
 
 TEST_F(QtDesktopTest, AModalFormReturnsWhenItClosesOrHides) {

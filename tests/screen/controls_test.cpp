@@ -228,6 +228,48 @@ TEST_F(ControlsTest, DateBoxStartsTodayAndStepsByDays) {
   EXPECT_EQ(form.date.Value(), DateTime(2026, 3, 2));
 }
 
+TEST_F(ControlsTest, ADateIsTypedPartByPart) {
+  struct Case {
+    const char* typed;
+    const char* shown;
+  };
+  const Case cases[] = {
+      {"2027-12-31", "2027-12-31"}, {"20271231", "2027-12-31"}, {"2027-3-7", "2027-03-07"},
+      {"2027/3.", "2027-03-31"},    {"2027-02", "2027-02-28"},  // the last day, since the month has no 31
+      {"2027-13-5", "2027-01-05"},                              // no month 13: the 3 is refused
+      {"2027-02-31", "2027-02-03"},                             // no such day: the 1 is refused
+      {"0001-02", "2026-02-28"},                                // nor a year 1: the last digit is refused, "-" goes on
+      {"202", "2026-01-31"},        {"a2b0c2d8", "2028-01-31"}, {"2027-1-2999", "2027-01-29"},
+      {"", "2026-01-31"},
+  };
+  for (const Case& one : cases) {
+    form.date.SetValue(DateTime(2026, 1, 31, 8, 30, 0));
+    form.text.SetFocus();
+    form.date.SetFocus();
+    Type(one.typed);
+    EXPECT_EQ(form.date.Text(), one.shown) << one.typed;
+    EXPECT_EQ(form.date.Value().Minute(), 30) << "the time of day stays";
+  }
+  form.date.SelectAll();
+  Type("2030");
+  EXPECT_EQ(form.date.Value().Year(), 2030) << "typing begins anew";
+  form.date.SetReadOnly(true);
+  form.date.SelectAll();
+  Type("2031");
+  EXPECT_EQ(form.date.Value().Year(), 2030);
+}
+
+TEST_F(ControlsTest, TypedPartsOfADateFireItsChange) {
+  int changes = 0;
+  form.date.change.Connect([&] { ++changes; });
+  form.date.SetFocus();
+  Type("2026-3-1");
+  EXPECT_EQ(changes, 0) << "the date it was";
+  form.date.SelectAll();
+  Type("2026-12");
+  EXPECT_EQ(changes, 2) << "January on the way to December";
+}
+
 TEST_F(ControlsTest, TreeForgetsAllBelowARemovedNode) {
   int clicked = -1;
   form.tree.node_click.Connect([&](int id) { clicked = id; });

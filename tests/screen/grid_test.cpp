@@ -42,7 +42,7 @@ class CountingView : public FormView {
  public:
   void ControlChanged(Control&) override { ++changes; }
   void FocusChanged(Control*) override {}
-  void CaptionChanged() override {}
+  void LookChanged() override {}
   int changes = 0;
 };
 

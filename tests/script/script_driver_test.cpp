@@ -86,7 +86,8 @@ class ToyChild : public Form {
     greyed.SetEnabled(false);
   }
   Layout Arrange() const override {
-    return Column({PM_L, PM, CXFS, KCXS, left, right, day, lines, tree, bar, save, fail, quit, greyed, Hidden({kept})});
+    return Column({PM_L, PM, CXFS, KCXS, left, right, day, lines, tree, bar, save, fail, quit, count, stop, greyed,
+                   Hidden({kept})});
   }
   void FormKeyDown(KeyEvent& event) override {
     SendTab(*this, event.code);
@@ -107,6 +108,13 @@ class ToyChild : public Form {
     registryDesktop().MsgBox({"成功!", box::kInformation, "信息"});
     if (const auto path = registryDesktop().ChooseFile({.title = "保存"})) PM.SetText(*path);
   }
+  void Count() {
+    for (int row = 1; row <= 10 && !stopped; ++row) {
+      PM.SetText(std::to_string(row));
+      registryDesktop().DoEvents();
+    }
+  }
+  void Stop() { stopped = true; }
   void Fail() { throw StandardFailure(failure::kTypeMismatch); }
   void Quit() { host.Exit(); }
 
@@ -124,6 +132,9 @@ class ToyChild : public Form {
   Button save{this, "save", "入库(&R)", &ToyChild::Save};
   Button fail{this, "fail", "出错", &ToyChild::Fail};
   Button quit{this, "quit", "退出", &ToyChild::Quit};
+  Button count{this, "count", "计数", &ToyChild::Count};
+  Button stop{this, "stop", "停止", &ToyChild::Stop};
+  bool stopped = false;
   Button greyed{this, "greyed", "灰色"};
   TextBox kept{this, "kept", "保留"};
 };
@@ -214,6 +225,9 @@ TEST_F(ScriptDriverTest, FieldsAreNamedOrCaptioned) {
                        "put \"日  期\" 2026-2-28\n"
                        "expect day 2026-02-28\n"
                        "expect PM_L 品名(F3)\n"
+                       "type day 2027-3-15\n"
+                       "expect day 2027-03-15\n"
+                       "type day 20260228\n"
                        "focus day\n"
                        "key Up\n"
                        "expect day 2026-03-01\n"
@@ -398,6 +412,36 @@ TEST_F(ScriptDriverTest, TheEndOfTheProcessEndsTheHandlersNotTheScript) {
       << errors.str();
   EXPECT_EQ(Run("type PM x\n"), 2);
   EXPECT_EQ(errors.str(), "toy.txt:1: the program is not running\n");
+}
+
+TEST_F(ScriptDriverTest, StepsAreDoneMeanwhileWithinLongWork) {
+  EXPECT_EQ(RunOnChild("meanwhile 3 expect PM 3   # counted from here\n"
+                       "meanwhile 4 click stop\n"
+                       "click count\n"
+                       "expect PM 4\n"),
+            0)
+      << errors.str();
+  host.forms.UnloadAll();
+  EXPECT_EQ(RunOnChild("meanwhile 2 expect PM 3\nclick count\nexpect PM 10\n"), 1);
+  EXPECT_EQ(errors.str(), "toy.txt:3: wanted \"3\", found \"2\"\n");
+  host.forms.UnloadAll();
+  EXPECT_EQ(RunOnChild("meanwhile 2 click quit\nclick count\nexpect closed ToyChild\n"), 0) << "nothing runs on";
+}
+
+TEST_F(ScriptDriverTest, AStepThatIsNeverDoneMeanwhileStopsTheScript) {
+  const std::pair<const char*, const char*> scripts[] = {
+      {"meanwhile 11 click stop\nclick count\n", "3: the program was never at work so long"},
+      {"meanwhile 1 click nothing\nclick count\n", "3: form ToyChild has no \"nothing\""},
+      {"meanwhile 1 dance\nclick count\n", "3: unknown step \"dance\""},
+      {"meanwhile 0 click stop\n", "3: \"0\" is no number of times"},
+      {"meanwhile 1 # nothing\n", "3: an argument is missing: meanwhile N STEP"},
+  };
+  for (const auto& [script, problem] : scripts) {
+    errors.str("");
+    EXPECT_EQ(RunOnChild(script), 2) << script;
+    EXPECT_EQ(errors.str(), std::string("toy.txt:") + problem + "\n");
+    host.forms.UnloadAll();
+  }
 }
 
 TEST_F(ScriptDriverTest, TabsAndWindowsClose) {
