@@ -2,23 +2,9 @@
 
 #include <bit>
 
-#include "util/text.h"
+#include "util/utf16.h"
 
 namespace luming {
-
-std::u16string ToUtf16(std::string_view utf8) {
-  std::u16string units;
-  for (std::size_t position = 0; position < utf8.size();) {
-    const char32_t c = NextCodePoint(utf8, position);
-    if (c < 0x10000) {
-      units.push_back(static_cast<char16_t>(c));
-    } else {
-      units.push_back(static_cast<char16_t>(0xD800 + ((c - 0x10000) >> 10)));
-      units.push_back(static_cast<char16_t>(0xDC00 + ((c - 0x10000) & 0x3FF)));
-    }
-  }
-  return units;
-}
 
 BiffBytes& BiffBytes::Double(double value) {
   return Put(std::bit_cast<std::uint64_t>(value));

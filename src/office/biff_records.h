@@ -50,7 +50,4 @@ class BiffStream {
   std::string bytes_;
 };
 
-/// UTF-16 units of a text; a character outside the first plane counts two.
-std::u16string ToUtf16(std::string_view utf8);
-
 }  // namespace luming

@@ -11,6 +11,14 @@ namespace {
 constexpr long kCannotCreateObject = 429;
 constexpr long kAutomationError = 440;
 constexpr const char* kSource = "办公软件";
+
+/// Debian's office program comes in parts; its launcher may be there without the part for sheets.
+bool OpensSheets(const std::filesystem::path& office) {
+  std::error_code missing;
+  return std::filesystem::exists(office / "soffice.bin", missing) &&
+         (std::filesystem::exists(office / "libsclo.so", missing) ||
+          std::filesystem::exists(office / "libmergedlo.so", missing));
+}
 }  // namespace
 
 std::filesystem::path FindOffice() {
@@ -21,16 +29,16 @@ std::filesystem::path FindOffice() {
     std::error_code missing;
     const auto program = std::filesystem::canonical(std::filesystem::path(directory) / "soffice", missing);
     if (missing) continue;
-    if (std::filesystem::exists(program.parent_path() / "soffice.bin", missing)) return program.parent_path();
+    if (OpensSheets(program.parent_path())) return program.parent_path();
   }
   return {};
 }
 
 Failure NoOffice(const std::string& why) {
-  return {
-      kCannotCreateObject,
-      "没有找到可用的办公软件 LibreOffice，无法打开模板。请联系管理员安装。" + (why.empty() ? "" : "（" + why + "）"),
-      kSource};
+  return {kCannotCreateObject,
+          "没有找到可用的办公软件 LibreOffice Calc，无法打开模板。请联系管理员安装。" +
+              (why.empty() ? "" : "（" + why + "）"),
+          kSource};
 }
 
 Failure OfficeRefused(const std::string& what) {

@@ -7,7 +7,7 @@
 
 namespace luming {
 
-/// Directory of the installed office program; empty when there is none.
+/// Directory of the installed office program; empty when there is none that opens sheets.
 std::filesystem::path FindOffice();
 
 /// There is no office program, or none that can be used.

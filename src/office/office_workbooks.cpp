@@ -2,6 +2,7 @@
 
 #include <dlfcn.h>
 
+#include "office/sheet_reader.h"
 #include "office/template_workbook.h"
 #include "office/xls_writer.h"
 #include "office/xlsx_writer.h"
@@ -24,6 +25,10 @@ OpenTemplateFunction* LoadModule() {
 void OfficeWorkbooks::Save(const std::filesystem::path& file, const Sheet& sheet, const Progress& progress) {
   const bool is_xlsx = LowerAscii(file.filename().string()).ends_with(".xlsx");
   ReplaceFile(file, is_xlsx ? XlsxBytes(sheet, progress) : XlsBytes(sheet, progress));
+}
+
+std::unique_ptr<SheetReader> OfficeWorkbooks::Read(const std::filesystem::path& file) {
+  return OpenSheetReader(file);
 }
 
 std::unique_ptr<Workbook> OfficeWorkbooks::Open(const std::filesystem::path& file, const std::string& title) {

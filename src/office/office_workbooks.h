@@ -6,8 +6,8 @@
 
 namespace luming {
 
-/// Writes workbooks itself; fills and prints each template through an office program of its own. Without such a program
-/// only templates fail.
+/// Writes and reads workbooks itself; fills and prints each template through an office program of its own. Without such
+/// a program only templates fail.
 class OfficeWorkbooks : public Workbooks {
  public:
   /// @param printing prints and previews filled templates; outlives this
@@ -16,6 +16,7 @@ class OfficeWorkbooks : public Workbooks {
       : printing_(printing), office_(std::move(office)) {}
 
   void Save(const std::filesystem::path& file, const Sheet& sheet, const Progress& progress) override;
+  std::unique_ptr<SheetReader> Read(const std::filesystem::path& file) override;
   std::unique_ptr<Workbook> Open(const std::filesystem::path& file, const std::string& title) override;
 
  private:

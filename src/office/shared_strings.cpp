@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "util/utf16.h"
+
 namespace luming {
 
 namespace {

@@ -6,6 +6,7 @@
 #include "office/biff_records.h"
 #include "util/failure.h"
 #include "util/text.h"
+#include "util/utf16.h"
 
 namespace luming {
 

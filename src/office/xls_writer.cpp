@@ -22,6 +22,20 @@ void WriteStart(BiffStream& stream, unsigned kind) {
   stream.Record(0x0809, start);
 }
 
+/// Names the rows that head every printed page, which takes a reference from the workbook to its own sheet.
+void WriteRepeatedRows(BiffStream& stream, int rows) {
+  constexpr unsigned kOwnBook = 0x0401, kBuiltIn = 0x0020, kPrintTitles = 0x07, kArea = 0x3B, kLastColumn = 255;
+  if (rows == 0) return;
+  stream.Record(0x01AE, BiffBytes().U16(1).U16(kOwnBook));
+  stream.Record(0x0017, BiffBytes().U16(1).U16(0).U16(0).U16(0));
+  BiffBytes tokens;
+  tokens.U8(kArea).U16(0).U16(0).U16(static_cast<unsigned>(rows) - 1).U16(0).U16(kLastColumn);
+  BiffBytes name;
+  name.U16(kBuiltIn).U8(0).U8(1).U16(static_cast<unsigned>(tokens.bytes().size())).U16(0).U16(1).U32(0);
+  name.U8(0).U8(kPrintTitles);
+  stream.Record(0x0018, name.bytes() + tokens.bytes());
+}
+
 /// The sheet's part of the stream: looks of columns, cells, window.
 class SheetWriter {
  public:
@@ -181,6 +195,7 @@ std::string XlsBytes(const Sheet& sheet, const Progress& progress) {
   const std::size_t place_of_offset = stream.Position() + 4;
   stream.Record(0x0085, BiffBytes().U32(0).U16(0).ShortText(ValidSheetName(sheet.name)));
   stream.Record(0x008C, BiffBytes().U16(kChina).U16(kChina));
+  WriteRepeatedRows(stream, sheet.repeated_rows);
   strings.Write(stream);
   stream.Record(0x000A);
   stream.Patch(place_of_offset, static_cast<std::uint32_t>(stream.Position()));

@@ -89,6 +89,7 @@ class SheetWriter {
     constexpr std::uint8_t kA4 = 9;
     worksheet_set_paper(out_, kA4);
     if (sheet_.landscape) worksheet_set_landscape(out_);
+    if (sheet_.repeated_rows > 0) worksheet_repeat_rows(out_, 0, static_cast<lxw_row_t>(sheet_.repeated_rows - 1));
     worksheet_fit_to_pages(out_, 1, 0);
     worksheet_center_horizontally(out_);
     worksheet_set_margins(out_, kSideMargin, kSideMargin, kEndMargin, kEndMargin);

@@ -167,6 +167,7 @@ Sheet SheetOf(const Grid& grid, const std::string& name) {
   Sheet sheet;
   sheet.name = name;
   sheet.frozen_rows = kHeaderRows;
+  sheet.repeated_rows = kHeaderRows;
   sheet.landscape = true;
   std::vector<ColumnExport> columns;
   for (int col = 1; col <= grid.MaxCols(); ++col) columns.emplace_back(grid, col);

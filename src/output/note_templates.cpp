@@ -45,12 +45,14 @@ class NoteForm {
     return *this;
   }
 
+  /// They and all above them stand again on every page.
   NoteForm& Heads(int row) {
     for (int col = 1; col <= Columns(); ++col) {
       const SheetStyle style{.bold = true, .align = SheetAlign::kCentre, .wrap = true, .ruled = true, .points = 11};
       Put(row, col, columns_[static_cast<std::size_t>(col - 1)].head, style);
     }
     sheet_.row_heights[row] = 24;
+    sheet_.repeated_rows = row;
     return *this;
   }
 
@@ -162,16 +164,18 @@ Sheet WholesaleNoteTemplate() {
       .Take();
 }
 
-void WriteNoteTemplates(Workbooks& workbooks, const std::filesystem::path& app_path) {
+void WriteTemplate(Workbooks& workbooks, const std::filesystem::path& app_path, const std::string& name,
+                   const Sheet& sheet) {
   const std::filesystem::path directory = app_path / "MB";
   std::error_code shown_by_the_write;
   std::filesystem::create_directories(directory, shown_by_the_write);
-  const std::pair<const char*, Sheet> forms[] = {{"CKD.xls", IssueNoteTemplate()},
-                                                 {"RKD.xls", ReceiptNoteTemplate()},
-                                                 {"批发打印模板.xls", WholesaleNoteTemplate()}};
-  for (const auto& [name, form] : forms) {
-    if (!std::filesystem::exists(directory / name)) workbooks.Save(directory / name, form, {});
-  }
+  if (!std::filesystem::exists(directory / name)) workbooks.Save(directory / name, sheet, {});
+}
+
+void WriteNoteTemplates(Workbooks& workbooks, const std::filesystem::path& app_path) {
+  WriteTemplate(workbooks, app_path, "CKD.xls", IssueNoteTemplate());
+  WriteTemplate(workbooks, app_path, "RKD.xls", ReceiptNoteTemplate());
+  WriteTemplate(workbooks, app_path, "批发打印模板.xls", WholesaleNoteTemplate());
 }
 
 }  // namespace luming

@@ -82,6 +82,7 @@ Sheet VariedSheet() {
   sheet.merged.push_back({7, 1, 1, 5});
   sheet.row_heights[1] = 20;
   sheet.frozen_rows = 1;
+  sheet.repeated_rows = 1;
   return sheet;
 }
 
