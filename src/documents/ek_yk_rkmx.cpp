@@ -124,12 +124,12 @@ void ek_YK_RKMX::FillLine(int row, ek_RKXZ& dialog) {
   dialog.PLJ.SetText(wholesale);
 
   const std::string ratio = found(match::kRatio);
-  const DrugUnits units{found(match::kLargeUnit), found(match::kSmallestUnit),
+  const DrugRecord drug{found(match::kLargeUnit), found(match::kSmallestUnit),
                         IsNumeric(ratio) ? CInt(ratio) : std::int16_t{1}};
-  dialog.CLB = units.LargeUnitRatio();
-  write(receipt::kUnit, units.DW);
+  dialog.CLB = drug.LargeUnitRatio();
+  write(receipt::kUnit, drug.DW);
   write(receipt::kRatio, std::to_string(dialog.CLB));
-  OfferUnits(dialog.DW, units);
+  OfferUnits(dialog.DW, drug);
 
   write(receipt::kOrigin, found(match::kOrigin));
   const std::string retail = FormatNumberText(found(match::kRetail), "0.00");
@@ -189,7 +189,8 @@ void ek_YK_RKMX::Command1_Click() {
 }
 
 void ek_YK_RKMX::Save_YPRK() {
-  const bool saved = InTransaction(app_, [this] {
+  std::string next;
+  const bool saved = InTransaction(app_, [&] {
     const std::string number = NextNumber();
     InsertHead(number);
     for (int row = 1; row <= fpSpread1.MaxRows(); ++row) {
@@ -197,9 +198,10 @@ void ek_YK_RKMX::Save_YPRK() {
       InsertLine(number, line);
       ReceiveLine(number, line);
     }
-    sRKDH.SetText(NextNumber());
+    next = NextNumber();
   });
   if (!saved) return;
+  sRKDH.SetText(next);
   sFPH.SetText("");
   sGHDW.SetText("");
   fpSpread1.SetMaxRows(0);

@@ -4,12 +4,12 @@
 
 namespace luming {
 
-void OfferUnits(ComboBox& list, const DrugUnits& units) {
+void OfferUnits(ComboBox& list, const DrugRecord& drug) {
   list.Clear();
-  list.AddItem(units.DW);
-  if (units.IsSplit()) list.AddItem(units.ZXDW);
+  list.AddItem(drug.DW);
+  if (drug.IsSplit()) list.AddItem(drug.ZXDW);
   list.SetListIndex(0);
-  list.SetEnabled(units.IsSplit());
+  list.SetEnabled(drug.IsSplit());
 }
 
 double NumberOrZero(std::string_view text) {

@@ -40,7 +40,7 @@ inline ComboOptions NameList(std::size_t cut) {
 
 /// Fills a dialog's unit list and shows the large unit: that alone, and the list disabled, for a drug that is not
 /// split; else the large and the smallest unit.
-void OfferUnits(ComboBox& list, const DrugUnits& units);
+void OfferUnits(ComboBox& list, const DrugRecord& drug);
 
 /// What a text counts as where nothing has tested it yet.
 double NumberOrZero(std::string_view text);

@@ -69,7 +69,7 @@ class BatchDraw {
                                " Order by RKRQ");
   }
   void Reduce(const std::string& id, double quantity) {
-    connection_.Execute("Update YK_CurryPH Set SL=SL-" + NumberText(quantity) + " Where ID=" + id);
+    connection_.Execute("Update YK_CurryPH Set SL=SL" + Less(quantity) + " Where ID=" + id);
   }
   void Empty(const std::string& id) { connection_.Execute("Update YK_CurryPH Set SL=0 Where ID=" + id); }
   void DeleteDrug() { connection_.Execute("Delete YK_CurryPH Where YPBM Like'" + code_ + "'"); }
@@ -81,6 +81,10 @@ class BatchDraw {
 };
 
 }  // namespace
+
+std::string Less(double quantity) {
+  return quantity < 0 ? "-(" + NumberText(quantity) + ")" : "-" + NumberText(quantity);
+}
 
 void ConsumeBatch(AppContext& app, const std::string& YPBM, double quantity, const std::string& PH) {
   try {

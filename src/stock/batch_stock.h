@@ -16,6 +16,10 @@ namespace luming {
 /// @param PH may be empty
 void ConsumeBatch(AppContext& app, const std::string& YPBM, double quantity, const std::string& PH);
 
+/// What follows a column to take a quantity off it: "-3", and "-(-3)" for a negative one, since two minus signs in a
+/// row begin a comment.
+std::string Less(double quantity);
+
 /// What a document adds to the batches by one line.
 struct BatchReceipt {
   std::string RKDH;  ///< document that creates the batch

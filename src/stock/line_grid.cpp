@@ -25,6 +25,10 @@ std::vector<GridColumn> GridColumns(const LineGridSettings& settings) {
 
 }  // namespace
 
+Box StandsAlready(const std::string& name, int row) {
+  return {"收费项目< " + name + " >在第" + std::to_string(row) + "行已存在!", box::kInformation, "错误"};
+}
+
 LineGrid::LineGrid(Form* form, AppContext& app, const LineGridSettings& settings)
     : Grid(form, "fpSpread1", GridColumns(settings)), app_(app), settings_(settings) {}
 
@@ -36,8 +40,7 @@ void LineGrid::NewGridRow() {
 void LineGrid::CheckDupItem(const std::string& code, bool& duplicate) {
   for (int row = 1; row <= MaxRows(); ++row) {
     if (Text(row, 1) != code) continue;
-    app_.desktop.MsgBox(
-        {"收费项目< " + Text(row, 2) + " >在第" + std::to_string(row) + "行已存在!", box::kInformation, "错误"});
+    app_.desktop.MsgBox(StandsAlready(Text(row, 2), row));
     duplicate = true;
     return;
   }

@@ -10,6 +10,9 @@
 
 namespace luming {
 
+/// What an operator is told who enters a name a second time. @param row where it stands
+Box StandsAlready(const std::string& name, int row);
+
 /// The lines of a document, which are nothing but the rows of this grid: column 1 holds the drug code, column 2 the
 /// name, and the last row may be the total, which every routine that reads the lines removes first.
 class LineGrid : public Grid {

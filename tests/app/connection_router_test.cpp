@@ -7,15 +7,6 @@
 namespace luming {
 namespace {
 
-TEST(ConnectionStringTest, ValuesByKey) {
-  const std::string text = "Provider=sqloledb; data source = SQL1 ;Initial Catalog=db;User ID=;Password=a=b;";
-  EXPECT_EQ(ConnectionStringValue(text, "Data Source"), "SQL1");
-  EXPECT_EQ(ConnectionStringValue(text, "Password"), "a=b");
-  EXPECT_EQ(ConnectionStringValue(text, "User ID"), "");
-  EXPECT_EQ(ConnectionStringValue(text, "Server"), "");
-  EXPECT_EQ(ConnectionStringValue(";;=;", "Server"), "");
-}
-
 class RouterTest : public ::testing::Test {
  protected:
   FakeStore embedded;
@@ -50,6 +41,29 @@ TEST_F(RouterTest, WhatCannotBeOpenedSaysWhyAndStaysClosed) {
   EXPECT_FALSE(embedded_only.IsOpen());
   EXPECT_EQ(FailureOf([&] { embedded_only.Execute("x"); }), StandardFailure(failure::kClosedObject).description());
   EXPECT_EQ(FailureOf([&] { embedded_only.Close(); }), "");
+}
+
+TEST_F(RouterTest, WhatWasLostIsOpenedAgainOutsideATransaction) {
+  Connection* made = nullptr;
+  RoutedConnection healing(nullptr, [&] {
+    std::unique_ptr<Connection> one = server.Connect();
+    made = one.get();
+    return one;
+  });
+  healing.Open("Data Source=SQL1;");
+  made->Close();
+  healing.Execute("read");
+  made->Close();
+  healing.BeginTrans();
+  healing.Execute("head");
+  server.TakeSent();
+  made->Close();
+  EXPECT_NE(FailureOf([&] { healing.Execute("line"); }), "") << "half a document would be stored";
+  EXPECT_NE(FailureOf([&] { healing.RollbackTrans(); }), "");
+  healing.Execute("next");
+  EXPECT_EQ(server.TakeSent(), (std::vector<std::string>{"close", "open Data Source=SQL1;", "next"}));
+  healing.Close();
+  EXPECT_EQ(FailureOf([&] { healing.Execute("read"); }), StandardFailure(failure::kClosedObject).description());
 }
 
 }  // namespace

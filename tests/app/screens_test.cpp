@@ -5,6 +5,10 @@
 #include "frame/link_database_err.h"
 #include "frame/mainfrm.h"
 #include "frame/password.h"
+#include "masterdata/frm_linkzd.h"
+#include "masterdata/frm_zd.h"
+#include "masterdata/nhxmxz.h"
+#include "masterdata/upload_data.h"
 #include "screen/layout.h"
 #include "support/store_test.h"
 
@@ -37,9 +41,11 @@ class ScreensTest : public StoreTest {
     for (const Command& command : MainCommands().commands) {
       if (command.action && !command.screen.empty()) Visit(command, look);
     }
-    for (Form* form :
-         {static_cast<Form*>(&app.forms.Get<password>(app)), static_cast<Form*>(&app.forms.Get<Frm_CheckYK>(app)),
-          static_cast<Form*>(&app.forms.Get<LinkDatabaseErr>(app))}) {
+    // What no command opens.
+    for (Form* form : std::initializer_list<Form*>{&app.forms.Get<password>(app), &app.forms.Get<Frm_CheckYK>(app),
+                                                   &app.forms.Get<LinkDatabaseErr>(app), &app.forms.Get<Frm_ZD>(app),
+                                                   &app.forms.Get<Frm_LinkZD>(app), &app.forms.Get<NHXMXZ>(app),
+                                                   &app.forms.Get<UploadData>(app)}) {
       form->EnsureLoaded();
       look(*form);
     }

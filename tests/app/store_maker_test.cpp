@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "app/store_check.h"
+#include "app/store_files.h"
 #include "app/table_file.h"
 #include "frame/local_files.h"
 #include "localdb/local_connection.h"

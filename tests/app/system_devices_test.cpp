@@ -1,6 +1,7 @@
 #include "app/system_devices.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <optional>
@@ -49,6 +50,10 @@ TEST_F(SystemDevicesTest, RefusedClockIsAFailure) {
   EXPECT_THROW(devices.SetClock(DateTime(2026, 3, 1, 11, 0, 0)), Failure);
 }
 
+TEST_F(SystemDevicesTest, TheEmbeddedDatabaseHeadsTheListOfServers) {
+  EXPECT_EQ(devices.ListServers().front(), "(localdb)");
+}
+
 TEST_F(SystemDevicesTest, MissingProgramsAndDocumentsAreFailures) {
   TempDirectory directory;
   EXPECT_THROW(devices.OpenDocument(directory / "manual.chm"), Failure);
@@ -59,6 +64,45 @@ TEST_F(SystemDevicesTest, MissingProgramsAndDocumentsAreFailures) {
   WriteBytes(directory / "manual.chm", "x");
   EXPECT_THROW(devices.OpenDocument(directory / "manual.chm"), Failure) << "no program opens documents here";
   setenv("PATH", path.c_str(), 1);
+}
+
+/// A machine on which the named programs write what they were called with into a file.
+class LaunchTest : public SystemDevicesTest {
+ protected:
+  LaunchTest() { setenv("PATH", directory.Path().c_str(), 1); }
+  ~LaunchTest() override { setenv("PATH", path.c_str(), 1); }
+  void Install(const std::string& name) {
+    // A half-written file must not be read: it gets its name when it is whole.
+    WriteBytes(directory / name, "#!/bin/sh\nprintf '%s|' " + name + " \"$@\" >" + (directory / "part").string() +
+                                     "\n/bin/mv " + (directory / "part").string() + " " + File().string() + "\n");
+    std::filesystem::permissions(directory / name, std::filesystem::perms::owner_all);
+  }
+  std::filesystem::path File() const { return directory / "called"; }
+  /// What the program left behind wrote; waits for it.
+  std::string Called() {
+    for (int turn = 0; turn < 500 && !std::filesystem::exists(File()); ++turn) ::usleep(10000);
+    const std::string called = ReadBytes(File());
+    std::filesystem::remove(File());
+    return called;
+  }
+  TempDirectory directory;
+  std::string path = std::getenv("PATH");
+};
+
+TEST_F(LaunchTest, TheDesktopsOwnCalculatorStarts) {
+  Install("xcalc");
+  devices.StartProgram("/usr/bin/calc.exe");
+  EXPECT_EQ(Called(), "xcalc|");
+  Install("kcalc");
+  devices.StartProgram("/usr/bin/calc.exe");
+  EXPECT_EQ(Called(), "kcalc|") << "the better one of two";
+}
+
+TEST_F(LaunchTest, DocumentsOpenUnderTheirWholeName) {
+  Install("xdg-open");
+  WriteBytes(directory / "用户 手册$(x).chm", "x");
+  devices.OpenDocument(directory / "用户 手册$(x).chm");
+  EXPECT_EQ(Called(), "xdg-open|" + (directory / "用户 手册$(x).chm").string() + "|");
 }
 
 }  // namespace

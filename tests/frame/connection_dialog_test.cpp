@@ -28,6 +28,7 @@ TEST_F(ConnectionDialogTest, FieldsAreCoveredUntilTheyAreWanted) {
   EXPECT_FALSE(dialog.TxtServerName.Visible());
   EXPECT_EQ(dialog.TxtServerName.Items(), devices.servers);
   EXPECT_EQ(dialog.ErrInfoShow.TextColour(), 0xFF0000U);
+  EXPECT_EQ(dialog.BackColour(), 0xC5DDFFU);
   dialog.UserClick(dialog.ButSet);
   EXPECT_TRUE(dialog.TxtServerName.Visible());
   EXPECT_TRUE(dialog.TxtPassword.Visible());

@@ -11,6 +11,11 @@ void FakeDevices::SetClock(const DateTime& server) {
   clock_settings.push_back(server);
 }
 
+void FakeDevices::ActivateKeyboardLayout(std::int32_t handle) {
+  NeedConsent();
+  activated.push_back(handle);
+}
+
 std::vector<std::string> FakeDevices::ListServers() {
   NeedConsent();
   return servers;

@@ -21,12 +21,17 @@ class FakeDevices : public Devices {
   std::vector<DateTime> clock_settings;
   std::vector<std::string> started;
   std::vector<std::string> servers;
+  std::vector<KeyboardLayout> layouts;
+  std::optional<KeyboardLayout> layout;
+  std::vector<std::int32_t> activated;
   bool refuses = false;  ///< every request fails
 
   void SetClock(const DateTime& server) override;
   std::string ComputerName() override { return "YK-01"; }
   std::vector<std::string> ListServers() override;
-  void ActivateKeyboardLayout(int) override {}
+  std::vector<KeyboardLayout> GetKeyboardLayoutList() override { return layouts; }
+  std::optional<KeyboardLayout> GetKeyboardLayout() override { return layout; }
+  void ActivateKeyboardLayout(std::int32_t handle) override;
   std::filesystem::path SystemDirectory() override { return "/system"; }
   void StartProgram(const std::filesystem::path& program) override;
   void OpenDocument(const std::filesystem::path& document) override;

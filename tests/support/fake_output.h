@@ -32,9 +32,14 @@ class FakeWorkbooks : public Workbooks {
     Sheet sheet;
   };
   std::vector<Saved> saved;
+  bool refuses = false;  ///< nothing can be written
 
   void Save(const std::filesystem::path& file, const Sheet& sheet, const Progress&) override {
+    if (refuses) throw Failure(failure::kFileAccess, "磁盘已满");
     saved.push_back({file, sheet});
+  }
+  std::unique_ptr<SheetReader> Read(const std::filesystem::path&) override {
+    throw Failure(failure::kFileNotFound, "没有工作簿");
   }
   std::unique_ptr<Workbook> Open(const std::filesystem::path&, const std::string&) override {
     throw Failure(failure::kFileNotFound, "没有办公软件");

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "platform/sql_script.h"
 #include "platform/tracing_connection.h"
 #include "util/text.h"
 #include "util/whole_file.h"
@@ -46,8 +47,8 @@ const std::filesystem::path& PreparedStore() {
     CreateStore(place, kName);
     LocalConnection connection(place, clock);
     connection.Open(kConnection);
-    connection.RunScript(ReadDatabaseFile("schema.sql"));
-    connection.RunScript(ReadDatabaseFile("procedures.sql"));
+    RunScript(connection, ReadDatabaseFile("schema.sql"));
+    RunScript(connection, ReadDatabaseFile("procedures.sql"));
     for (const std::string& row : kRows) connection.Execute(row);
     connection.Close();
     return std::filesystem::path(StorePath(place, kName));
