@@ -113,6 +113,8 @@ void ShowDbError(AppContext& app, const Failure& failure) {
 bool InTransaction(AppContext& app, const std::function<void()>& work) {
   app.save = {};
   try {
+    // A save that is tried again after a lost connection finds it closed.
+    ConnectDb(app);
     OpenableConnection(app).BeginTrans();
     app.save.running = true;
     work();

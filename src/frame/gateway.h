@@ -35,7 +35,8 @@ bool ExceedsWarehouseStock(AppContext& app, std::string_view drug_code, double q
 /// The common error box: number, description, source.
 void ShowDbError(AppContext& app, const Failure& failure);
 
-/// A save: begins, runs `work`, commits. On Failure rolls back, shows the common box and reports false.
+/// A save: opens `Cn` if it is not open, begins, runs `work`, commits. On Failure rolls back, shows the common box and
+/// reports false.
 bool InTransaction(AppContext& app, const std::function<void()>& work);
 
 }  // namespace luming

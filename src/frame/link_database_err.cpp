@@ -11,13 +11,6 @@ namespace {
 constexpr Colour kCalmBlue = 0xC5DDFF;
 constexpr Colour kRed = 0xFF0000;
 
-// Records of the connection file.
-constexpr int kConnectionString = 1;
-constexpr int kServer = 2;
-constexpr int kDatabase = 5;
-constexpr int kUser = 6;
-constexpr int kPassword = 7;
-
 }  // namespace
 
 LinkDatabaseErr::LinkDatabaseErr(AppContext& app)
@@ -26,6 +19,7 @@ LinkDatabaseErr::LinkDatabaseErr(AppContext& app)
 void LinkDatabaseErr::Load() {
   ShowFields(false);
   LoadConnFields();
+  SetBackColour(kCalmBlue);
   ErrInfoShow.SetBackColour(kCalmBlue);
   ErrInfoShow.SetTextColour(kRed);
   ListServers();
@@ -37,7 +31,7 @@ void LinkDatabaseErr::ShowFields(bool shown) {
 }
 
 void LinkDatabaseErr::LoadConnFields() {
-  std::array<std::string, kPassword + 1> records;
+  std::array<std::string, ConnectionFile::kPassword + 1> records;
   const auto trapped = [this](auto&& step) {
     try {
       step();
@@ -47,19 +41,18 @@ void LinkDatabaseErr::LoadConnFields() {
   };
   trapped([&] {
     const ConnectionFile file(app_.AppPath);
-    for (int record = kServer; record <= kPassword; ++record) {
+    for (int record = ConnectionFile::kServer; record <= ConnectionFile::kPassword; ++record) {
       trapped([&] { records[static_cast<std::size_t>(record)] = file.Read(record); });
     }
   });
-  TxtServerName.SetText(records[kServer]);
-  TxtDatabaseName.SetText(records[kDatabase]);
-  TxtUser.SetText(records[kUser]);
-  TxtPassword.SetText(records[kPassword]);
+  TxtServerName.SetText(records[ConnectionFile::kServer]);
+  TxtDatabaseName.SetText(records[ConnectionFile::kDatabase]);
+  TxtUser.SetText(records[ConnectionFile::kUser]);
+  TxtPassword.SetText(records[ConnectionFile::kPassword]);
 }
 
 std::string LinkDatabaseErr::GetConectionstr() const {
-  return "Provider=sqloledb;Data Source=" + TxtServerName.Text() + ";Initial Catalog=" + TxtDatabaseName.Text() +
-         ";User ID=" + TxtUser.Text() + ";Password=" + TxtPassword.Text() + ";";
+  return ConnectionStringOf({TxtServerName.Text(), TxtDatabaseName.Text(), TxtUser.Text(), TxtPassword.Text()});
 }
 
 void LinkDatabaseErr::SaveConnFields() {
@@ -72,11 +65,11 @@ void LinkDatabaseErr::SaveConnFields() {
   };
   trapped([&] {
     ConnectionFile file(app_.AppPath);
-    trapped([&] { file.Write(kConnectionString, GetConectionstr()); });
-    trapped([&] { file.Write(kServer, TxtServerName.Text()); });
-    trapped([&] { file.Write(kDatabase, TxtDatabaseName.Text()); });
-    trapped([&] { file.Write(kUser, TxtUser.Text()); });
-    trapped([&] { file.Write(kPassword, TxtPassword.Text()); });
+    trapped([&] { file.Write(ConnectionFile::kConnectionString, GetConectionstr()); });
+    trapped([&] { file.Write(ConnectionFile::kServer, TxtServerName.Text()); });
+    trapped([&] { file.Write(ConnectionFile::kDatabase, TxtDatabaseName.Text()); });
+    trapped([&] { file.Write(ConnectionFile::kUser, TxtUser.Text()); });
+    trapped([&] { file.Write(ConnectionFile::kPassword, TxtPassword.Text()); });
     file.Save();
   });
 }

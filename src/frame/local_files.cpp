@@ -63,6 +63,11 @@ void ConnectionFile::Save() const {
   ReplaceFile(file_, bytes_, FileAccess::kOwnerOnly);
 }
 
+std::string ConnectionStringOf(const ConnectionFields& fields) {
+  return "Provider=sqloledb;Data Source=" + fields.server + ";Initial Catalog=" + fields.database +
+         ";User ID=" + fields.user + ";Password=" + fields.password + ";";
+}
+
 std::string ReadConnStr(AppContext& app) {
   try {
     return ConnectionFile(app.AppPath).Read(1);

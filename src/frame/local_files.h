@@ -16,6 +16,9 @@ class ConnectionFile {
   static constexpr std::size_t kRecordLength = 128;
   static constexpr std::size_t kLongestText = kRecordLength - 2;
 
+  /// The records that have a meaning.
+  enum Record { kConnectionString = 1, kServer = 2, kDatabase = 5, kUser = 6, kPassword = 7 };
+
   /// Opens the application directory's file, which comes into being empty when it is missing. Failure kFileAccess.
   explicit ConnectionFile(const std::filesystem::path& directory);
 
@@ -31,6 +34,17 @@ class ConnectionFile {
   std::filesystem::path file_;
   std::string bytes_;
 };
+
+/// What the connection dialog asks for.
+struct ConnectionFields {
+  std::string server;
+  std::string database;
+  std::string user;
+  std::string password;
+};
+
+/// The fields as a connection string, each as it stands.
+std::string ConnectionStringOf(const ConnectionFields& fields);
 
 /// Text of the records of `bytes`, as ConnectionFile::Read gives it.
 std::string ReadRecord(std::string_view bytes, int record);

@@ -6,6 +6,7 @@
 #include "frame/link_database_err.h"
 #include "frame/local_files.h"
 #include "frame/password.h"
+#include "frame/setime.h"
 #include "util/text.h"
 
 namespace luming {
@@ -32,6 +33,7 @@ void StartByDialog(AppContext& app) {
 std::optional<std::string> TryStart(AppContext& app) {
   try {
     app.Cn = app.CreateConnection();
+    UseOperatorLayout(app);
     LoadSkin(app);
     ReadWarehouseType(app);
     if (Trim(app.CommandLine).empty()) {

@@ -1,0 +1,99 @@
+#include "frame/lockapp.h"
+#include "frame/setime.h"
+#include "support/app_test.h"
+
+namespace luming {
+namespace {
+
+class OperatorToolsTest : public AppTest {
+ protected:
+  OperatorToolsTest() {
+    Connect();
+    app.CurUser.GetUserName = "张三";
+    app.CurUser.UserPassword = "Ab";
+  }
+  SetIme& Opened() {
+    auto& form = app.forms.Get<SetIme>(app);
+    form.Show();
+    return form;
+  }
+  void Press(SetIme& form) { form.UserClick(form.Com_set); }
+};
+
+TEST_F(OperatorToolsTest, InputMethodsStandInStepWithTheirHandles) {
+  devices.layouts = {{7, ""}, {8, " 拼音 "}, {9, "  "}};
+  devices.layout = KeyboardLayout{8, " 拼音 "};
+  SetIme& form = Opened();
+  EXPECT_EQ(form.srflb.Items(), (std::vector<std::string>{"英语（美国）", "拼音", "英语（美国）"}));
+  EXPECT_EQ(form.dqsyslf.Caption(), "拼音");
+  form.srflb.UserChoose(2);
+  Press(form);
+  EXPECT_EQ(devices.activated, (std::vector<std::int32_t>{9}));
+  EXPECT_EQ(app.IME, 9);
+  EXPECT_EQ(desktop.TakeBox().text, "输入法设置成功");
+}
+
+TEST_F(OperatorToolsTest, APlainLayoutInUseIsCalledEnglish) {
+  devices.layout = KeyboardLayout{7, ""};
+  EXPECT_EQ(Opened().dqsyslf.Caption(), "英文输入法");
+}
+
+TEST_F(OperatorToolsTest, AMethodThatCannotBeActivatedIsToldAndNotWritten) {
+  devices.layouts = {{7, "拼音"}};
+  SetIme& form = Opened();
+  form.srflb.UserChoose(0);
+  devices.refuses = true;
+  store.TakeSent();
+  Press(form);
+  EXPECT_NE(desktop.TakeBox().text.find("没有权限"), std::string::npos);
+  EXPECT_TRUE(store.TakeSent().empty());
+  EXPECT_EQ(app.SearchType, "");
+}
+
+TEST_F(OperatorToolsTest, AFailedUpdateShowsOneBoxAndNoSuccess) {
+  devices.layouts = {{7, "拼音"}};
+  app.SearchType = "编码";
+  SetIme& form = Opened();
+  form.srflb.UserChoose(0);
+  store.Fail("Update UserDB set IME='7',SearchType='编码' Where UserName='张三'", Failure(5, "出错"));
+  Press(form);
+  EXPECT_NE(desktop.TakeBox().text.find("出错"), std::string::npos);
+}
+
+TEST_F(OperatorToolsTest, FieldsForChineseActivateTheOperatorsLayoutSilently) {
+  UseOperatorLayout(app);
+  app.IME = 42;
+  app.forms.operator_ime();
+  EXPECT_EQ(devices.activated, (std::vector<std::int32_t>{42}));
+  devices.refuses = true;
+  app.forms.operator_ime();
+  EXPECT_TRUE(desktop.boxes.empty());
+}
+
+TEST_F(OperatorToolsTest, TheLockComparesExactlyAndOnlyThePasswordOpensIt) {
+  auto& lock = app.forms.Get<LockApp>(app);
+  lock.Show();
+  for (const char* typed : {"", "ab", "Ab ", "%", "A"}) {
+    lock.Text1.SetText(typed);
+    lock.UserClick(lock.Command1);
+    EXPECT_EQ(desktop.TakeBox().text, "密码错误!") << typed;
+    EXPECT_EQ(lock.Text1.Text(), "");
+  }
+  lock.UserClose();
+  EXPECT_FALSE(lock.IsUnloaded());
+  lock.Text1.SetText("Ab");
+  lock.UserClick(lock.Command1);
+  EXPECT_TRUE(lock.IsUnloaded());
+  EXPECT_EQ(app.forms.Find("LockApp"), nullptr);
+}
+
+TEST_F(OperatorToolsTest, TheMouseDrawsALineAroundTheLocksPicture) {
+  auto& lock = app.forms.Get<LockApp>(app);
+  lock.Image1.UserMouseMove();
+  EXPECT_EQ(lock.Image1.BorderStyle(), 1);
+  lock.Picture1.UserMouseMove();
+  EXPECT_EQ(lock.Image1.BorderStyle(), 0);
+}
+
+}  // namespace
+}  // namespace luming
