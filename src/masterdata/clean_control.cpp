@@ -44,6 +44,7 @@ bool TakesBackground(ControlKind kind) {
     case ControlKind::kCheckBox:
     case ControlKind::kOptionButton:
     case ControlKind::kPicture:
+    case ControlKind::kProgressBar:
     case ControlKind::kToolBar:
       return true;
     default:

@@ -8,10 +8,11 @@
 
 namespace luming {
 
-/// How a row of the drug catalogue YF_YPML counts: one DW holds CLB of ZXDW. Stock counts ZXDW; all prices are those of
-/// one DW, except CLLSJ, the retail price of one ZXDW. A document line has a unit and a ratio of its own, the drug's
-/// CLB for a line in DW and 1 for one in ZXDW, so that its effect on the stock is always quantity times ratio.
-struct DrugUnits {
+/// One row of the drug catalogue YF_YPML as documents count with it: one DW holds CLB of ZXDW. Stock counts ZXDW; all
+/// prices are those of one DW, except CLLSJ, the retail price of one ZXDW. A document line has a unit and a ratio of
+/// its own, the drug's CLB for a line in DW and 1 for one in ZXDW, so that its effect on the stock is always quantity
+/// times ratio.
+struct DrugRecord {
   std::string DW;
   std::string ZXDW;
   std::int16_t CLB = 1;  ///< at most 1: the drug is not split

@@ -14,7 +14,7 @@ ek_PMXZ::ek_PMXZ(AppContext& app)
 }
 
 Layout ek_PMXZ::Arrange() const {
-  return Column({picker.SearchLine(), Layout(fpSpread1).Height(20)});
+  return Column({picker.SearchLine(), Layout(fpSpread1).Width(116).Height(20)});
 }
 
 void ek_PMXZ::Load() {

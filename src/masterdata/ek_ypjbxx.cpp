@@ -55,7 +55,7 @@ ComboOptions eK_YPJBXX::YesOrNo(std::vector<std::string> items) {
 
 Layout eK_YPJBXX::Arrange() const {
   return Column({
-      Group("名称与编码", Fields(4, {SFXM, YPBM, YPMC, PYDM, WBDM, SPMC, SP_PYDM, SP_WBDM})),
+      Group("名称与编码", Fields(3, {SFXM, YPBM, Space(), YPMC, PYDM, WBDM, SPMC, SP_PYDM, SP_WBDM})),
       Group("规格、单位与价格", Fields(4, {GG, DW, LSJ, CLB, CLLSJ, ZXDW, KCL, SCCJ})),
       Group("分类与限量",
             Fields(4, {ABC, JX, PZWH, ZCSB, ZLZK, SFSF, YBYY, ZHJBZ, CFXL, HLYY, GFYY, KCSX, KCXX, YFKCSX, YFKCXX})),

@@ -21,7 +21,7 @@ Frm_Check::Frm_Check(AppContext& app) : Form(app.forms, kName, "药品产地查�
 }
 
 Layout Frm_Check::Arrange() const {
-  return Column({Layout(fpSpread1).Height(12)});
+  return Column({Layout(fpSpread1).Width(84).Height(14)});
 }
 
 void Frm_Check::Load() {

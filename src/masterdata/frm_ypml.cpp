@@ -7,6 +7,7 @@
 #include "masterdata/dictionary_lists.h"
 #include "masterdata/ek_ypjbxx.h"
 #include "masterdata/stock_value.h"
+#include "masterdata/upload_data.h"
 #include "output/column_widths.h"
 #include "output/grid_print.h"
 #include "output/grid_to_excel.h"
@@ -72,6 +73,7 @@ Frm_YPML::Frm_YPML(AppContext& app)
   fpSpread1.before_edit.Connect(this, &Frm_YPML::fpSpread1_BeforeEdit);
   fpSpread1.change.Connect(this, &Frm_YPML::fpSpread1_Change);
   fpSpread1.leave_cell.Connect(this, &Frm_YPML::fpSpread1_LeaveCell);
+  fpSpread1.lost_focus.Connect(this, &Frm_YPML::fpSpread1_LostFocus);
   picker.picked.Connect(this, &Frm_YPML::Picker_Picked);
   picker.fill.Connect(this, &Frm_YPML::Picker_Fill);
 }
@@ -101,7 +103,6 @@ void Frm_YPML::Load() {
   }
   const Command* history = app_.commands.Find(kHistoryCommand);
   Command8.SetEnabled(history && history->action);
-  Command9.SetEnabled(false);
   RestoreColumnWidths(app_, fpSpread1);
   try {
     BuildTree();
@@ -340,6 +341,10 @@ void Frm_YPML::Del_Row(Grid& grid) {
   }
   grid.DeleteRows(grid.ActiveRow(), 1);
   grid.SetMaxRows(grid.MaxRows() - 1);
+}
+
+void Frm_YPML::Command9_Click() {
+  app_.forms.Get<UploadData>(app_).ShowModal();
 }
 
 void Frm_YPML::Command4_Click() {

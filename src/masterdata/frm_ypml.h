@@ -19,10 +19,12 @@ class Frm_YPML : public Form {
   Tree TreeView1{this, "TreeView1"};
   Grid fpSpread1;
   ItemPicker picker;
-  Grid fpSpread2{
-      this,
-      "fpSpread2",
-      {GridColumn("批号", 0, Align::kLeft), "数量", "效期", "进价", "批发价", "入库日期", "进价金额", "批发价金额"}};
+  Grid fpSpread2{this,
+                 "fpSpread2",
+                 {GridColumn("批号", 16, Align::kLeft), GridColumn("数量", 10, Align::kRight),
+                  GridColumn("效期", 11, Align::kCentre), GridColumn("进价", 11, Align::kRight),
+                  GridColumn("批发价", 11, Align::kRight), GridColumn("入库日期", 11, Align::kCentre),
+                  GridColumn("进价金额", 14, Align::kRight), GridColumn("批发价金额", 14, Align::kRight)}};
   Label TxtInfo{this, "TxtInfo"};
   Button btnTYYP{this, "btnTYYP", "显示停用药品", &Frm_YPML::btnTYYP_Click};
   Button Command2{this, "Command2", "添加新药品", &Frm_YPML::Command2_Click};
@@ -30,7 +32,7 @@ class Frm_YPML : public Form {
   Button Command7{this, "Command7", "查看明细", &Frm_YPML::Command7_Click};
   Button Command3{this, "Command3", "删除", &Frm_YPML::Command3_Click};
   Button Command8{this, "Command8", "历史信息", &Frm_YPML::ShowHistory};
-  Button Command9{this, "Command9", "导入药品"};
+  Button Command9{this, "Command9", "导入药品", &Frm_YPML::Command9_Click};
   Button Command4{this, "Command4", "打印", &Frm_YPML::Command4_Click};
   Button Command5{this, "Command5", "导出", &Frm_YPML::Command5_Click};
   Button Command1{this, "Command1", "保存(&S)", &Frm_YPML::Command1_Click};
@@ -73,6 +75,7 @@ class Frm_YPML : public Form {
   void fpSpread1_BeforeEdit(Grid::CellRef cell, bool& refuse);
   void fpSpread1_Change(int row, int col);
   void fpSpread1_LeaveCell(Grid::CellRef from, Grid::CellRef to, bool& stay);
+  void fpSpread1_LostFocus();
   void Picker_Picked(PickedBy by);
   void Picker_Fill(Recordset& rows);
   void btnTYYP_Click();
@@ -83,6 +86,7 @@ class Frm_YPML : public Form {
   void Command5_Click();
   void Command6_Click() { Unload(); }
   void Command7_Click() { ShowEditor(false); }
+  void Command9_Click();
   void Command10_Click() { ShowEditor(true); }
 
   AppContext& app_;

@@ -48,6 +48,12 @@ void Frm_YPML::fpSpread1_LeaveCell(Grid::CellRef from, Grid::CellRef, bool&) {
   fpSpread1.SetText(from.row, catalogue::kCLLSJ, FormatNumber(CDbl(price) / CDbl(ratio), "0.00"));
 }
 
+/// A price that was just typed may be saved from where it stands.
+void Frm_YPML::fpSpread1_LostFocus() {
+  bool stay = false;
+  fpSpread1_LeaveCell({fpSpread1.ActiveRow(), fpSpread1.ActiveCol()}, {}, stay);
+}
+
 void Frm_YPML::Command1_Click() {
   if (app_.desktop.MsgBox({kWarning, box::kWarning + box::kYesNo, "警告"}) == Answer::kYes) SaveGrid();
 }
@@ -79,6 +85,7 @@ bool Frm_YPML::SaveGrid() {
 
 bool Frm_YPML::QueryUnload() {
   if (!dirty_) return true;
+  fpSpread1_LostFocus();
   switch (app_.desktop.MsgBox({kWarning, box::kWarning + box::kYesNoCancel, "警告"})) {
     case Answer::kYes:
       return SaveGrid();

@@ -1,24 +1,74 @@
 #include "masterdata/nhxmxz.h"
 
+#include <array>
+#include <span>
+#include <vector>
+
 #include "frame/gateway.h"
 #include "masterdata/clean_control.h"
 #include "output/spread_moud.h"
+#include "util/text.h"
 
 namespace luming {
 
 namespace {
 
-constexpr const char* kDrugs =
-    "Select drug_code AS 药品编号,drug_name AS 药品名称,drug_sort AS 药品简码,other_name AS 其他名称,"
-    "other_sort AS 其他简码,drug_type AS 药品类型,item_class AS 级别,spec AS 规格,dosage_code AS 剂型名称,"
-    "usage_code AS 用法,price AS 单价,illfit_code AS 适用症,rate AS 比例,memo AS 备注,status AS 有效状态,"
-    "scbz AS 上传标志,drug_bzbh AS 标准编号,drug_pcode AS 上级编码,drug_islast AS 是否末级,"
-    "rate_status AS 饮片状态,drug_unit AS 药品单位 from drug Where drug_sort Like'";
+struct CatalogueField {
+  const char* column;
+  const char* caption;
+};
 
-constexpr const char* kTreatments =
-    "Select item_code AS 项目编号,item_name AS 项目名称,item_sort AS 项目简码,other_name AS 其他名称,"
-    "other_sort AS 其他简码,item_type AS 项目类型,item_class AS 费用类型,unit_code AS 单位,price AS 单价,"
-    "rate AS 补偿比例,memo AS 备注,dept AS 科室,item_bzbh AS 标准编号 From item Where item_sort Like'";
+constexpr auto kDrugFields = std::to_array<CatalogueField>({
+    {"drug_code", "药品编号"},
+    {"drug_name", "药品名称"},
+    {"drug_sort", "药品简码"},
+    {"other_name", "其他名称"},
+    {"other_sort", "其他简码"},
+    {"drug_type", "药品类型"},
+    {"item_class", "级别"},
+    {"spec", "规格"},
+    {"dosage_code", "剂型名称"},
+    {"usage_code", "用法"},
+    {"price", "单价"},
+    {"illfit_code", "适用症"},
+    {"rate", "比例"},
+    {"memo", "备注"},
+    {"status", "有效状态"},
+    {"scbz", "上传标志"},
+    {"drug_bzbh", "标准编号"},
+    {"drug_pcode", "上级编码"},
+    {"drug_islast", "是否末级"},
+    {"rate_status", "饮片状态"},
+    {"drug_unit", "药品单位"},
+});
+
+constexpr auto kTreatmentFields = std::to_array<CatalogueField>({
+    {"item_code", "项目编号"},
+    {"item_name", "项目名称"},
+    {"item_sort", "项目简码"},
+    {"other_name", "其他名称"},
+    {"other_sort", "其他简码"},
+    {"item_type", "项目类型"},
+    {"item_class", "费用类型"},
+    {"unit_code", "单位"},
+    {"price", "单价"},
+    {"rate", "补偿比例"},
+    {"memo", "备注"},
+    {"dept", "科室"},
+    {"item_bzbh", "标准编号"},
+});
+
+using CatalogueFields = std::span<const CatalogueField>;
+
+CatalogueFields FieldsOf(bool drugs) {
+  return drugs ? CatalogueFields(kDrugFields) : CatalogueFields(kTreatmentFields);
+}
+
+std::string Aliases(CatalogueFields fields) {
+  std::vector<std::string> aliases;
+  for (const CatalogueField& field : fields) aliases.push_back(field.column + std::string(" AS ") + field.caption);
+  return Join(aliases, ",");
+}
 
 }  // namespace
 
@@ -32,31 +82,44 @@ NHXMXZ::NHXMXZ(AppContext& app) : Form(app.forms, kName, "农合项目选择", W
 }
 
 Layout NHXMXZ::Arrange() const {
-  return Column({Row({Layout(SFLB).Width(14), Layout(PM).Stretch(1)}), Layout(fpSpread1).Height(20)});
+  return Column({Row({Layout(SFLB).Width(14), Layout(PM).Stretch(1)}), Layout(fpSpread1).Width(116).Height(20)});
 }
 
 void NHXMXZ::Load() {
   CleanControl::SetControlColor(*this);
   GridInit(fpSpread1);
+  ShowHeads();
+}
+
+bool NHXMXZ::SearchesDrugs() const {
+  return SFLB.ListIndex() == 0;
+}
+
+void NHXMXZ::ShowHeads() {
+  const CatalogueFields fields = FieldsOf(SearchesDrugs());
+  fpSpread1.SetMaxCols(static_cast<int>(fields.size()));
+  for (int col = 1; col <= fpSpread1.MaxCols(); ++col) {
+    fpSpread1.SetText(0, col, fields[static_cast<std::size_t>(col) - 1].caption);
+  }
 }
 
 std::string NHXMXZ::Statement() const {
-  const bool drugs = SFLB.ListIndex() == 0;
   const std::string text = CleanSearchText(PM.Text());
-  return (drugs ? kDrugs : kTreatments) + text + "%' Or other_sort Like'" + text + "%'";
+  const std::string drugs = "Select " + Aliases(kDrugFields) + " from drug Where drug_sort Like'";
+  const std::string treatments = "Select " + Aliases(kTreatmentFields) + " From item Where item_sort Like'";
+  return (SearchesDrugs() ? drugs : treatments) + text + "%' Or other_sort Like'" + text + "%'";
 }
 
 void NHXMXZ::Search() {
   try {
     Recordset rows;
     OpenRs(app_, rows, Statement());
-    const std::vector<std::string> captions = rows.ColumnNames();
     std::vector<ColumnSource> sources;
-    fpSpread1.SetMaxCols(static_cast<int>(captions.size()));
-    for (std::size_t i = 0; i < captions.size(); ++i) {
-      fpSpread1.SetText(0, static_cast<int>(i) + 1, captions[i]);
-      sources.push_back({captions[i].c_str()});
+    for (const CatalogueField& field : FieldsOf(SearchesDrugs())) {
+      sources.push_back({field.caption});
     }
+    fpSpread1.SetMaxRows(0);
+    ShowHeads();
     fpSpread1.Fill(std::move(rows), sources);
   } catch (const Failure& failure) {
     ShowDbError(app_, failure);
@@ -72,6 +135,7 @@ void NHXMXZ::FormKeyDown(KeyEvent& event) {
 void NHXMXZ::PM_KeyDown(KeyEvent& event) {
   if (event.code != key::kEnter) return;
   event.handled = true;
+  if (fpSpread1.MaxRows() == 0) return;
   fpSpread1.SetActiveCell(1, 1);
   fpSpread1.SetFocus();
 }
@@ -79,16 +143,16 @@ void NHXMXZ::PM_KeyDown(KeyEvent& event) {
 void NHXMXZ::fpSpread1_KeyDown(KeyEvent& event) {
   if (event.code != key::kEnter) return;
   event.handled = true;
-  Take();
+  Take(fpSpread1.ActiveRow());
 }
 
-void NHXMXZ::fpSpread1_DblClick(int, int) {
-  Take();
+void NHXMXZ::fpSpread1_DblClick(int row, int) {
+  Take(row);
 }
 
-void NHXMXZ::Take() {
-  if (fpSpread1.MaxRows() == 0) return;
-  taken_code_ = fpSpread1.Text(fpSpread1.ActiveRow(), 1);
+void NHXMXZ::Take(int row) {
+  if (row < 1 || row > fpSpread1.MaxRows()) return;
+  taken_code_ = fpSpread1.Text(row, 1);
   Unload();
 }
 

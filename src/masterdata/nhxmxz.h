@@ -31,11 +31,13 @@ class NHXMXZ : public Form {
 
  private:
   void Search();
+  bool SearchesDrugs() const;
+  void ShowHeads();
   std::string Statement() const;
   void PM_KeyDown(KeyEvent& event);
   void fpSpread1_KeyDown(KeyEvent& event);
   void fpSpread1_DblClick(int row, int col);
-  void Take();
+  void Take(int row);
 
   AppContext& app_;
   std::string taken_code_;

@@ -24,7 +24,7 @@ YPGL_CDWF::YPGL_CDWF(AppContext& app) : Form(app.forms, kName, "产地信息维�
 Layout YPGL_CDWF::Arrange() const {
   return Column({
       Row({Search}),
-      Layout(DataGrid1).Height(20),
+      Layout(DataGrid1).Width(106).Height(20),
       Row({Com_XGH, Com_XG, Com_DEL, Space(), Com_TC}),
   });
 }
