@@ -26,6 +26,7 @@ class NoWorkbooks : public Workbooks {
   static NoWorkbooks& Instance();
 
   void Save(const std::filesystem::path&, const Sheet&, const Progress&) override { Refuse(); }
+  std::unique_ptr<SheetReader> Read(const std::filesystem::path&) override { Refuse(); }
   std::unique_ptr<Workbook> Open(const std::filesystem::path&, const std::string&) override { Refuse(); }
 
  private:

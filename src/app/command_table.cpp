@@ -1,9 +1,17 @@
 #include "app/command_table.h"
 
 #include "documents/ek_yk_rkmx.h"
+#include "documents/frm_ykty.h"
+#include "frame/about.h"
+#include "frame/changpassword.h"
+#include "frame/frm_wnl.h"
+#include "frame/lockapp.h"
 #include "frame/mainfrm.h"
+#include "frame/setime.h"
+#include "masterdata/ek_sfxmgl.h"
 #include "masterdata/ek_ypjbxx.h"
 #include "masterdata/frm_ypml.h"
+#include "masterdata/sjzd.h"
 #include "masterdata/ypgl_cdwf.h"
 
 namespace luming {
@@ -161,11 +169,11 @@ std::vector<Command> Commands() {
       Awaited(310, "Frm_YPCGJHCX"),
       Awaited(312, "Frm_YPCKGL"),
       Awaited(313, "Frm_CKDCX"),
-      Awaited(335, "Frm_YKTY"),
+      Child<Frm_YKTY>(335),
       Awaited(336, "Frm_YKTYCX"),
       Awaited(338, "Frm_YFTKWindow"),
       Awaited(339, "Frm_CGJHB"),
-      Awaited(401, "ek_SFXMGL"),
+      Shown<ek_SFXMGL>(401),
       Awaited(406, "Frm_TJYPLR"),
       Awaited(407, "Frm_TJJCLR"),
       Awaited(408, "frm_yptjcx"),
@@ -179,9 +187,9 @@ std::vector<Command> Commands() {
       Behind("YPGL_YPDCCX", Awaited(551, "Frm_DCYPList")),
       Behind("YPGL_YPGCCX", Awaited(552, "Frm_GCYPList")),
       Behind("YPGL_SXYPCX", Awaited(553, "Frm_SXYPList")),
-      Awaited(601, "Frm_wnl"),
+      Shown<Frm_wnl>(601),
       Own(602, &mainfrm::StartCalculator),
-      Awaited(751, "sjzd"),
+      Modal<sjzd>(751),
       Modal<YPGL_CDWF>(752),
       Arrange(801, Arrangement::kCascade),
       Arrange(802, Arrangement::kTileHorizontally),
@@ -189,7 +197,7 @@ std::vector<Command> Commands() {
       Arrange(804, Arrangement::kIcons),
       Own(901, &mainfrm::OpenManual),
       Own(902, &mainfrm::OpenManual),
-      Awaited(903, "about"),
+      Modal<about>(903),
       Theme(1001, 0),
       Theme(1002, 1),
       Theme(1003, 2),
@@ -204,10 +212,10 @@ std::vector<Command> Commands() {
       Own(6662, &mainfrm::CloseAllChildren),
       Own(6663, &mainfrm::CloseOtherChildren),
       Own(9102, &mainfrm::SwitchOperator),
-      Awaited(9103, "LockApp"),
+      Modal<LockApp>(9103),
       Own(9104, &mainfrm::AskToExit),
-      Awaited(9105, "SetIme"),
-      Awaited(9106, "ChangPassword"),
+      Modal<SetIme>(9105),
+      Modal<ChangPassword>(9106),
   };
 }
 

@@ -11,7 +11,9 @@
 #include "frame/startup.h"
 #include "localdb/local_connection.h"
 #include "office/office_workbooks.h"
+#include "output/grid_command.h"
 #include "platform/tracing_connection.h"
+#include "sqlserver/server_connection.h"
 
 namespace luming {
 
@@ -69,6 +71,7 @@ void Program::Start(const std::string& hand_off) {
       },
       MainCommands());
   context_->CommandLine = hand_off;
+  context_->forms.grid_command = [this](Grid& grid, GridCommand command) { RunGridCommand(*context_, grid, command); };
   Main(*context_);
 }
 
@@ -93,7 +96,8 @@ Recordset Program::RunBeside(std::string_view sql) {
 
 std::unique_ptr<Connection> NewConnection(const std::filesystem::path& home, const Clock& clock) {
   const auto embedded = [home, &clock] { return std::make_unique<LocalConnection>(home.string(), clock); };
-  return std::make_unique<RoutedConnection>(embedded, nullptr);
+  const auto server = [] { return std::make_unique<ServerConnection>(); };
+  return std::make_unique<RoutedConnection>(embedded, server);
 }
 
 void Program::Record(const TracedStatement& statement) {

@@ -67,6 +67,7 @@ class ScriptRunner {
   ScriptRunner(QtDesktop& desktop, Program& program)
       : desktop_(desktop), driver_(desktop, program, std::cout, std::cerr) {
     desktop.SetFailureHook([this](const Failure& failure) { driver_.Stop(failure.description()); });
+    desktop.SetYieldHook([this] { driver_.Yielded(); });
   }
 
   int Run(const std::filesystem::path& script) {

@@ -3,8 +3,7 @@
 #include <algorithm>
 #include <map>
 
-#include "app/composition.h"
-#include "frame/local_files.h"
+#include "app/store_place.h"
 #include "util/clock.h"
 #include "util/number_text.h"
 #include "util/text.h"
@@ -99,14 +98,9 @@ std::vector<Disagreement> FindDisagreements(Connection& connection) {
   return found;
 }
 
-std::string CheckStore(const std::filesystem::path& home, bool& agree) {
-  const std::filesystem::path directory = std::filesystem::absolute(home);
-  if (!std::filesystem::exists(directory / "DatabaseSet.data")) {
-    throw Failure(failure::kFileNotFound, "不是应用程序目录，没有连接文件：" + directory.string());
-  }
+std::string CheckStore(const std::string& place, bool& agree) {
   const SystemClock clock;
-  const std::unique_ptr<Connection> connection = NewConnection(directory, clock);
-  connection->Open(ConnectionFile(directory).Read(1));
+  const std::shared_ptr<Connection> connection = OpenStore(place, clock);
   const std::vector<Disagreement> found = FindDisagreements(*connection);
   connection->Close();
   agree = found.empty();

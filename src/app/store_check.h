@@ -1,6 +1,5 @@
 #pragma once
 
-#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -21,8 +20,9 @@ struct Disagreement {
 /// Compares counter, batches and log of every drug. Reads only.
 std::vector<Disagreement> FindDisagreements(Connection& connection);
 
-/// The report of an application directory's store, as text for the operator. Failure when there is no store.
+/// The report of a store, as text for the operator. Failure when there is no store.
+/// @param place application directory or connection string
 /// @param agree set to whether everything agrees
-std::string CheckStore(const std::filesystem::path& home, bool& agree);
+std::string CheckStore(const std::string& place, bool& agree);
 
 }  // namespace luming

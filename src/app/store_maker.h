@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -22,11 +23,11 @@ void MakeApplicationDirectory(const StoreRequest& request, const Clock& clock);
 
 /// Failure when a store cannot be made there because something is there already.
 void DemandFreePlace(const std::filesystem::path& directory);
-/// Failure for a password that could never be typed at the login, is empty, or is too long.
-void DemandUsablePassword(const std::string& password);
 
-/// The directory of the database files: beside the program, or in the source tree that it was built in. Failure when
-/// there is none.
-std::filesystem::path FindDatabaseFiles(const std::filesystem::path& program_directory);
+/// Makes an application directory whose embedded store is still empty and lets `fill` do the rest; nothing stays behind
+/// when that fails.
+/// @param fill gets the directory, which is not yet where it will be
+void StageApplicationDirectory(const std::filesystem::path& directory,
+                               const std::function<void(const std::filesystem::path&)>& fill);
 
 }  // namespace luming

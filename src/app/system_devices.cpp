@@ -5,16 +5,17 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <ctime>
-#include <initializer_list>
 #include <optional>
 #include <string>
-#include <string_view>
 
+#include "app/connection_router.h"
+#include "app/run_command.h"
+#include "sqlserver/server_browser.h"
 #include "util/failure.h"
-#include "util/text.h"
 
 namespace luming {
 
@@ -36,15 +37,6 @@ std::chrono::sys_time<milliseconds> MomentOf(const DateTime& civil) {
   parts.tm_isdst = -1;
   const std::time_t seconds = std::mktime(&parts);
   return std::chrono::sys_time<milliseconds>(std::chrono::seconds(seconds) + milliseconds(civil.Millisecond()));
-}
-
-std::optional<std::filesystem::path> FindProgram(std::string_view name) {
-  const char* directories = std::getenv("PATH");
-  for (const std::string& directory : Split(directories ? directories : "/usr/local/bin:/usr/bin:/bin", ":")) {
-    const std::filesystem::path candidate = std::filesystem::path(directory) / name;
-    if (!directory.empty() && access(candidate.c_str(), X_OK) == 0) return candidate;
-  }
-  return std::nullopt;
 }
 
 /// Starts the program through a shell that leaves it behind, so that nobody has to wait for its end.
@@ -95,6 +87,13 @@ std::string SystemDevices::ComputerName() {
   return name.data();
 }
 
+std::vector<std::string> SystemDevices::ListServers() {
+  constexpr milliseconds kPatience{1000};
+  std::vector<std::string> servers = AskBrowsers(PlacesOfNetwork(), kPatience);
+  servers.insert(servers.begin(), std::string(RoutedConnection::kEmbedded));
+  return servers;
+}
+
 void SystemDevices::StartProgram(const std::filesystem::path& program) {
   if (program.filename() != "calc.exe") {
     NeedFile(program);
@@ -111,6 +110,20 @@ void SystemDevices::OpenDocument(const std::filesystem::path& document) {
   const auto opener = FindProgram("xdg-open");
   if (!opener) throw Failure(failure::kFileNotFound, "本机没有打开文档的程序（xdg-open）。");
   Launch(*opener, document.string());
+}
+
+std::vector<std::string> UntouchedDevices::ListServers() {
+  return {std::string(RoutedConnection::kEmbedded)};
+}
+
+std::vector<KeyboardLayout> UntouchedDevices::GetKeyboardLayoutList() {
+  return {{1001, "智能拼音"}, {1002, ""}, {1003, "五笔字型"}};
+}
+
+std::optional<KeyboardLayout> UntouchedDevices::GetKeyboardLayout() {
+  const std::vector<KeyboardLayout> offered = GetKeyboardLayoutList();
+  const auto found = std::ranges::find(offered, active_layout_, &KeyboardLayout::handle);
+  return found == offered.end() ? std::nullopt : std::optional(*found);
 }
 
 void UntouchedDevices::OpenDocument(const std::filesystem::path& document) {

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <functional>
 
+#include "app/input_methods.h"
 #include "platform/devices.h"
 #include "util/clock.h"
 
@@ -20,10 +21,11 @@ class SystemDevices : public Devices {
 
   void SetClock(const DateTime& server) override;
   std::string ComputerName() override;
-  /// There is no such enumeration here: the operator types the server's name.
-  std::vector<std::string> ListServers() override { return {}; }
-  /// Keyboard layouts are the desktop's own affair here.
-  void ActivateKeyboardLayout(int) override {}
+  /// The embedded database, and the servers whose browser service answers within a second.
+  std::vector<std::string> ListServers() override;
+  std::vector<KeyboardLayout> GetKeyboardLayoutList() override { return input_methods_.List(); }
+  std::optional<KeyboardLayout> GetKeyboardLayout() override { return input_methods_.Current(); }
+  void ActivateKeyboardLayout(std::int32_t handle) override { input_methods_.Activate(handle); }
   std::filesystem::path SystemDirectory() override { return "/usr/bin"; }
   /// "calc.exe" starts the calculator that the desktop has.
   void StartProgram(const std::filesystem::path& program) override;
@@ -34,6 +36,7 @@ class SystemDevices : public Devices {
 
   const Clock& clock_;
   ClockSetter setter_;
+  InputMethods input_methods_;
 };
 
 /// A machine that is left alone: for scripts and tests.
@@ -41,11 +44,17 @@ class UntouchedDevices : public Devices {
  public:
   void SetClock(const DateTime&) override {}
   std::string ComputerName() override { return "WORKSTATION"; }
-  std::vector<std::string> ListServers() override { return {}; }
-  void ActivateKeyboardLayout(int) override {}
+  std::vector<std::string> ListServers() override;
+  /// Two input methods and a plain layout between them.
+  std::vector<KeyboardLayout> GetKeyboardLayoutList() override;
+  std::optional<KeyboardLayout> GetKeyboardLayout() override;
+  void ActivateKeyboardLayout(std::int32_t handle) override { active_layout_ = handle; }
   std::filesystem::path SystemDirectory() override { return "/usr/bin"; }
   void StartProgram(const std::filesystem::path&) override {}
   void OpenDocument(const std::filesystem::path& document) override;
+
+ private:
+  std::int32_t active_layout_ = 0;
 };
 
 }  // namespace luming
