@@ -490,7 +490,7 @@ GO
 
 IF OBJECT_ID('SP_GetTableInfo') IS NOT NULL DROP PROCEDURE SP_GetTableInfo
 GO
--- The columns of a table, with the caption that DATAGRID_HEAD knows for them.
+-- The columns of a table, with the caption that DATAGRID_HEAD knows for them and the kind as it is told there.
 CREATE PROCEDURE SP_GetTableInfo
   @Tabel_Name varchar(100)
 AS
@@ -498,7 +498,10 @@ BEGIN
   SELECT C.COLUMN_NAME AS '字段名',
          ISNULL((SELECT MIN(H.File_Cname) FROM DATAGRID_HEAD H
                  WHERE H.Tabel_Name = @Tabel_Name AND H.File_Ename = C.COLUMN_NAME), C.COLUMN_NAME) AS '字段说明',
-         C.DATA_TYPE AS '类型'
+         CASE WHEN C.DATA_TYPE IN ('int', 'smallint', 'tinyint', 'bigint', 'bit', 'decimal', 'numeric', 'money',
+                                   'smallmoney', 'float', 'real') THEN '2'
+              WHEN C.DATA_TYPE IN ('datetime', 'smalldatetime', 'datetime2', 'date') THEN '3'
+              ELSE '1' END AS '类型'
   FROM INFORMATION_SCHEMA.COLUMNS C
   WHERE C.TABLE_NAME = @Tabel_Name
   ORDER BY C.ORDINAL_POSITION
