@@ -18,7 +18,7 @@ bool Duel::NextRound() {
   return state_.KeepRunning();
 }
 
-void Duel::Report(double goal, int parts) {
+void Duel::Report(double goal, int parts, const char* plain_way) {
   if (ours_.empty()) return;
   constexpr double kMilliseconds = 1e3;
   constexpr double kMicroseconds = 1e6;
@@ -29,7 +29,7 @@ void Duel::Report(double goal, int parts) {
   state_.counters["plain_ms"] = plain * kMilliseconds;
   if (parts > 1) state_.counters["us_each"] = ours * kMicroseconds / parts;
   char words[120];
-  std::snprintf(words, sizeof words, "%.2f times plain SQLite, %.2f of processor time (goal %.1f)%s", ratio,
+  std::snprintf(words, sizeof words, "%.2f times %s, %.2f of processor time (goal %.1f)%s", ratio, plain_way,
                 Undisturbed(ours_, &Took::processor) / Undisturbed(plain_, &Took::processor), goal,
                 ratio <= goal ? "" : " MISSED");
   state_.SetLabel(words);

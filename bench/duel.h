@@ -31,7 +31,8 @@ class Duel {
   }
   /// @param goal  the highest ratio that is good
   /// @param parts of which the work consists, such as lines; their share of the time is told, too
-  void Report(double goal, int parts = 1);
+  /// @param plain what the plain way is
+  void Report(double goal, int parts = 1, const char* plain = "plain SQLite");
 
  private:
   /// Seconds.

@@ -38,6 +38,11 @@ PlainStatement& PlainStatement::Bind(int place, std::int64_t number) {
   return *this;
 }
 
+PlainStatement& PlainStatement::Bind(int place, std::nullptr_t) {
+  sqlite3_bind_null(statement_.get(), place);
+  return *this;
+}
+
 bool PlainStatement::Step() {
   const int result = sqlite3_step(statement_.get());
   Demand(result == SQLITE_ROW || result == SQLITE_DONE, sqlite3_db_handle(statement_.get()));

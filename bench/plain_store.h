@@ -2,6 +2,7 @@
 
 #include <sqlite3.h>
 
+#include <cstddef>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -18,6 +19,7 @@ class PlainStatement {
   PlainStatement& Bind(int place, std::string_view text);  ///< without a copy: the text lives until the statement ran
   PlainStatement& Bind(int place, double number);
   PlainStatement& Bind(int place, std::int64_t number);
+  PlainStatement& Bind(int place, std::nullptr_t);
   bool Step();  ///< whether there is a row
   void Run();   ///< to its end, and ready for the next run
   void Reset();
