@@ -13,8 +13,8 @@ inline constexpr int kCaptionGap = 6;     ///< between a caption and its editor
 inline constexpr int kRowHeight = 24;     ///< of a grid row at the usual font
 inline constexpr int kEditorHeight = 26;
 inline constexpr int kButtonWidth = 86;  ///< of a button with a short caption; a longer one is never cut
-inline constexpr int kTextMargin = 3;  ///< between an editor's frame and its text, beside the style's own
-inline constexpr int kFrame = 9;       ///< frame and inner margin at both sides of an editor
+inline constexpr int kTextMargin = 3;    ///< between an editor's frame and its text, beside the style's own
+inline constexpr int kFrame = 9;         ///< frame and inner margin at both sides of an editor
 
 inline int CharactersWidth(const QWidget& widget, int characters) {
   return widget.fontMetrics().averageCharWidth() * characters;
