@@ -37,7 +37,6 @@ enum Id : std::uint16_t {
 constexpr unsigned kBiff8 = 0x0600;
 constexpr unsigned kBiff5 = 0x0500;
 constexpr unsigned kAnyStart = 0x09;  // of the oldest formats, too; the upper byte tells them apart
-constexpr unsigned kWorksheet = 0x0010;
 
 struct SheetPlace {
   std::string name;
