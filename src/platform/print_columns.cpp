@@ -1,6 +1,7 @@
 #include "platform/print_columns.h"
 
 #include <algorithm>
+#include <cmath>
 #include <numeric>
 
 #include "util/text.h"
@@ -11,6 +12,7 @@ namespace {
 
 constexpr double kBodyPoints = 9;
 constexpr double kPadding = 2.5;
+constexpr double kStepsOfAPoint = 20;
 constexpr double kLeastUpright = 0.85;  // of the body's size, before the paper is turned
 constexpr double kLeastTurned = 0.72;   // before columns continue on further pages
 constexpr double kContinued = 0.85;     // size of a table whose columns continue
@@ -31,22 +33,37 @@ double TextWidth(const PrintCell& cell, const PrintFont& font, const TextMetrics
   return widest;
 }
 
+/// The widest piece of a text that is not broken gladly: a code, a date, a number, a single ideograph.
+double WordWidth(const PrintCell& cell, const PrintFont& font, const TextMetrics& metrics) {
+  constexpr char32_t kFirstIdeograph = 0x2E80;
+  const PrintFont own{font.name, font.points, cell.bold};
+  double widest = 0;
+  double width = 0;
+  for (std::size_t position = 0; position < cell.text.size();) {
+    const char32_t c = NextCodePoint(cell.text, position);
+    const double advance = metrics.Advance(c, own);
+    const bool breaks = c == U' ' || c == U'\n' || c >= kFirstIdeograph;
+    width = breaks ? 0 : width + advance;
+    widest = std::max(widest, breaks ? advance : width);
+  }
+  return widest;
+}
+
 /// Widths at the body's full size.
 std::vector<double> NaturalWidths(const PrintGrid& grid, const PrintFont& font, const TextMetrics& metrics) {
   const double character = metrics.Advance(U'0', font);
   std::vector<double> widths;
   for (std::size_t col = 0; col < grid.widths.size(); ++col) {
-    if (grid.widths[col] > 0) {
-      widths.push_back(grid.widths[col] * character + 2 * kPadding);
-      continue;
-    }
-    double widest = kNarrowest * character;
+    const bool given = grid.widths[col] > 0;
+    double widest = (given ? grid.widths[col] : kNarrowest) * character;
     const auto look = [&](const std::vector<PrintCell>& cells) {
-      if (cells[col].cols == 1) widest = std::max(widest, TextWidth(cells[col], font, metrics));
+      if (cells[col].cols != 1) return;
+      widest = std::max(widest, given ? WordWidth(cells[col], font, metrics) : TextWidth(cells[col], font, metrics));
     };
     std::ranges::for_each(grid.heads, look);
     std::ranges::for_each(grid.rows, look);
-    widths.push_back(std::min(widest, kWidestByContents * character) + 2 * kPadding);
+    const double most = std::max<double>(kWidestByContents, grid.widths[col]) * character;
+    widths.push_back(std::min(widest, most) + 2 * kPadding);
   }
   return widths;
 }
@@ -106,7 +123,8 @@ ColumnPlan PlanColumns(const PrintGrid& grid, const Paper& paper, const TextMetr
   const bool fits = total * least <= room();
   const double scale = total == 0 ? 1 : fits ? std::min(room() / total, kMostStretch) : kContinued;
   const double font_scale = std::min(scale, 1.0);
-  plan.body.points = kBodyPoints * font_scale;
+  // Rounded down to what fonts come in, so that what fitted at full size still fits.
+  plan.body.points = std::floor(kBodyPoints * font_scale * kStepsOfAPoint) / kStepsOfAPoint;
   plan.padding = kPadding * font_scale;
 
   std::vector<double> scaled;

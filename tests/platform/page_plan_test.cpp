@@ -139,6 +139,15 @@ TEST(PagePlan, LongTextWrapsAndIsAllThere) {
             static_cast<std::size_t>(high.lines));
 }
 
+TEST(PagePlan, CodesAndDatesAreNotBrokenHoweverNarrowTheGrid) {
+  for (const int cols : {5, 11, 13, 16}) {
+    PrintJob job = JobOf(1, cols, "2028-04-");
+    job.grid.widths.assign(static_cast<std::size_t>(cols), 6);
+    const PagePlan plan = PlanPages(job, {}, kMetrics);
+    for (const PlannedPage& page : plan.pages) EXPECT_EQ(page.rows.back().lines, 1) << cols;
+  }
+}
+
 TEST(PagePlan, ARowHigherThanAPageGoesOnOnTheNext) {
   PrintJob job = JobOf(3, 2);
   std::string text;
