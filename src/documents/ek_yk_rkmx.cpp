@@ -1,5 +1,6 @@
 #include "documents/ek_yk_rkmx.h"
 
+#include "documents/document_lines.h"
 #include "documents/ek_rkxz.h"
 #include "documents/entry_dialog.h"
 #include "documents/receipt_columns.h"
@@ -20,22 +21,6 @@ namespace luming {
 namespace {
 
 constexpr int kNewDrugCommand = 201;
-
-/// Columns of the search list.
-namespace match {
-enum Column {
-  kName = 2,
-  kSpecification,
-  kLargeUnit,
-  kOrigin,
-  kRetail = 7,
-  kPurchase,
-  kRatio,
-  kSmallestUnit,
-  kSplitRetail,
-  kWholesale,
-};
-}  // namespace match
 
 std::string OrElse(std::string text, const char* fallback) {
   return text.empty() ? fallback : std::move(text);
@@ -177,13 +162,7 @@ bool ek_YK_RKMX::CheckRK() {
 }
 
 void ek_YK_RKMX::Command1_Click() {
-  if (!CheckRK()) return;
-  const Box question{"你确定要执行此操作吗？请检查。", box::kQuestion + box::kYesNo, "系统提示"};
-  if (app_.desktop.MsgBox(question) != Answer::kYes) return;
-  if (fpSpread1.MaxRows() == 0) {
-    app_.desktop.MsgBox({"系统提示您:\r\n\r\n入库项目明细不能为空", box::kStop, "提示"});
-    return;
-  }
+  if (!CheckRK() || !ConfirmSave(app_.desktop, fpSpread1)) return;
   fpSpread1.RemoveTotal();
   Save_YPRK();
 }
@@ -230,8 +209,7 @@ ReceiptLine ek_YK_RKMX::ReadLine(int row) const {
   line.PFJ = OrElse(cell(receipt::kPurchasePrice), "0");
   line.JE = OrElse(cell(receipt::kAmount), "0");
   line.PH = cell(receipt::kBatch);
-  const std::string expiry = cell(receipt::kExpiry);
-  line.XQ = IsDate(expiry) ? "'" + expiry + "'" : "Null";
+  line.XQ = ExpirySent(cell(receipt::kExpiry));
   line.CLB = OrElse(cell(receipt::kRatio), "1");
   line.SJPFJ = OrElse(cell(receipt::kUnitPurchasePrice), line.PFJ.c_str());
   if (!IsNumeric(line.SJPFJ)) line.SJPFJ = "0";

@@ -1,5 +1,6 @@
 #include "documents/frm_ykty.h"
 
+#include "documents/document_lines.h"
 #include "documents/entry_dialog.h"
 #include "documents/frm_ykty_check.h"
 #include "documents/return_columns.h"
@@ -17,11 +18,6 @@
 namespace luming {
 
 namespace {
-
-/// Columns of the search list.
-namespace match {
-enum Column { kName = 2, kSpecification, kLargeUnit, kOrigin, kPurchase = 8, kRatio };
-}  // namespace match
 
 /// A money cell as it is sent: two places, 0 when it is empty.
 std::string MoneySent(const std::string& cell) {
@@ -113,13 +109,7 @@ bool Frm_YKTY::CheckTY() {
 }
 
 void Frm_YKTY::Command1_Click() {
-  if (!CheckTY()) return;
-  const Box question{"你确定要执行此操作吗？请检查。", box::kQuestion + box::kYesNo, "系统提示"};
-  if (app_.desktop.MsgBox(question) != Answer::kYes) return;
-  if (fpSpread1.MaxRows() == 0) {
-    app_.desktop.MsgBox({"系统提示您:\r\n\r\n入库项目明细不能为空", box::kStop, "提示"});
-    return;
-  }
+  if (!CheckTY() || !ConfirmSave(app_.desktop, fpSpread1)) return;
   try {
     // The number shown may well stand on a document by now: the save takes its own.
     GetField(app_, "YK_TYDJ", "TYDH", Trim(sRKDH.Text()));
@@ -167,8 +157,7 @@ ReturnLine Frm_YKTY::ReadLine(int row) const {
   line.PFJ = MoneySent(cell(supplier_return::kPurchasePrice));
   line.JE = MoneySent(cell(supplier_return::kAmount));
   line.PH = cell(supplier_return::kBatch);
-  const std::string expiry = cell(supplier_return::kExpiry);
-  line.XQ = IsDate(expiry) ? "'" + expiry + "'" : "Null";
+  line.XQ = ExpirySent(cell(supplier_return::kExpiry));
   line.quantity = CDbl(line.TKSL);
   // A drug that was never given a ratio is counted as it is handed out.
   const std::string ratio = cell(supplier_return::kRatio);
