@@ -5,7 +5,7 @@
 #include "duel.h"
 #include "frame/command_table.h"
 #include "masterdata/catalogue_columns.h"
-#include "masterdata/frm_ypml.h"
+#include "masterdata/drug_catalogue.h"
 #include "plain_store.h"
 #include "stores.h"
 #include "support/app_test.h"

@@ -4,7 +4,7 @@
 
 #include "app/absent_output.h"
 #include "duel.h"
-#include "masterdata/upload_data.h"
+#include "masterdata/catalogue_import.h"
 #include "office/office_workbooks.h"
 #include "plain_store.h"
 #include "stores.h"

@@ -7,7 +7,7 @@
 #include "app/connection_router.h"
 #include "app/system_devices.h"
 #include "frame/local_files.h"
-#include "frame/mainfrm.h"
+#include "frame/main_window.h"
 #include "frame/startup.h"
 #include "localdb/local_connection.h"
 #include "office/office_workbooks.h"

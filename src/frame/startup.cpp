@@ -2,11 +2,11 @@
 
 #include <optional>
 
+#include "frame/connection_dialog.h"
 #include "frame/ini_file.h"
-#include "frame/link_database_err.h"
+#include "frame/input_method.h"
 #include "frame/local_files.h"
-#include "frame/password.h"
-#include "frame/setime.h"
+#include "frame/login.h"
 #include "util/text.h"
 
 namespace luming {

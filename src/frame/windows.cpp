@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "frame/mainfrm.h"
+#include "frame/main_window.h"
 
 namespace luming {
 

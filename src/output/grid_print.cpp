@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "output/spread_moud.h"
+#include "output/grid_routines.h"
 
 namespace luming {
 

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "frame/gateway.h"
-#include "output/spread_moud.h"
+#include "output/grid_routines.h"
 #include "stock/stock_column.h"
 
 namespace luming {

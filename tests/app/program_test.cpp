@@ -2,8 +2,8 @@
 
 #include "app/composition.h"
 #include "app/store_maker.h"
-#include "frame/frm_checkyk.h"
-#include "frame/mainfrm.h"
+#include "frame/main_window.h"
+#include "frame/storehouse_choice.h"
 #include "support/scripted_desktop.h"
 #include "support/temp_directory.h"
 

@@ -1,14 +1,14 @@
 #include <map>
 
 #include "frame/command_table.h"
-#include "frame/frm_checkyk.h"
-#include "frame/link_database_err.h"
-#include "frame/mainfrm.h"
-#include "frame/password.h"
-#include "masterdata/frm_linkzd.h"
-#include "masterdata/frm_zd.h"
-#include "masterdata/nhxmxz.h"
-#include "masterdata/upload_data.h"
+#include "frame/connection_dialog.h"
+#include "frame/login.h"
+#include "frame/main_window.h"
+#include "frame/storehouse_choice.h"
+#include "masterdata/catalogue_import.h"
+#include "masterdata/dictionary_head.h"
+#include "masterdata/dictionary_links.h"
+#include "masterdata/insurance_items.h"
 #include "screen/layout.h"
 #include "support/store_test.h"
 

@@ -4,8 +4,8 @@
 #include <string>
 #include <utility>
 
-#include "documents/ek_rkxz.h"
-#include "documents/ek_yk_rkmx.h"
+#include "documents/receipt.h"
+#include "documents/receipt_entry.h"
 #include "support/store_test.h"
 #include "util/text.h"
 

@@ -1,4 +1,5 @@
-#include "frame/link_database_err.h"
+#include "frame/connection_dialog.h"
+
 #include "frame/startup.h"
 #include "support/app_test.h"
 

@@ -1,6 +1,6 @@
 #include "frame/gateway.h"
 
-#include "frame/link_database_err.h"
+#include "frame/connection_dialog.h"
 #include "support/app_test.h"
 
 namespace luming {

@@ -1,6 +1,7 @@
-#include "frame/frm_checkyk.h"
-#include "frame/mainfrm.h"
-#include "frame/password.h"
+#include "frame/login.h"
+
+#include "frame/main_window.h"
+#include "frame/storehouse_choice.h"
 #include "support/app_test.h"
 
 namespace luming {

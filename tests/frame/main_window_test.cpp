@@ -1,5 +1,6 @@
+#include "frame/main_window.h"
+
 #include "frame/gateway.h"
-#include "frame/mainfrm.h"
 #include "frame/windows.h"
 #include "support/app_test.h"
 

@@ -1,5 +1,5 @@
-#include "frame/lockapp.h"
-#include "frame/setime.h"
+#include "frame/input_method.h"
+#include "frame/lock.h"
 #include "support/app_test.h"
 
 namespace luming {

@@ -1,9 +1,9 @@
 #include "frame/startup.h"
 
-#include "frame/frm_checkyk.h"
-#include "frame/link_database_err.h"
-#include "frame/mainfrm.h"
-#include "frame/password.h"
+#include "frame/connection_dialog.h"
+#include "frame/login.h"
+#include "frame/main_window.h"
+#include "frame/storehouse_choice.h"
 #include "support/app_test.h"
 
 namespace luming {

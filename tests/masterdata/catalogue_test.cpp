@@ -1,8 +1,8 @@
 #include "masterdata/catalogue_columns.h"
-#include "masterdata/ek_pmxz.h"
-#include "masterdata/ek_ypjbxx.h"
-#include "masterdata/frm_check.h"
-#include "masterdata/frm_ypml.h"
+#include "masterdata/drug_catalogue.h"
+#include "masterdata/drug_choice.h"
+#include "masterdata/drug_editor.h"
+#include "masterdata/producer_choice.h"
 #include "support/store_test.h"
 
 namespace luming {

@@ -1,6 +1,6 @@
-#include "masterdata/ek_sfxmgl.h"
-#include "masterdata/frm_linkzd.h"
-#include "masterdata/sjzd.h"
+#include "masterdata/charge_items.h"
+#include "masterdata/data_dictionary.h"
+#include "masterdata/dictionary_links.h"
 #include "support/store_test.h"
 
 namespace luming {

@@ -5,8 +5,8 @@
 
 #include "office/office_workbooks.h"
 #include "office/pdf_keeper.h"
+#include "output/grid_routines.h"
 #include "output/note_templates.h"
-#include "output/spread_moud.h"
 #include "support/store_test.h"
 #include "util/number_text.h"
 #include "util/text.h"

@@ -1,6 +1,6 @@
 #include "output/grid_print.h"
 
-#include "output/spread_moud.h"
+#include "output/grid_routines.h"
 #include "support/app_test.h"
 
 namespace luming {

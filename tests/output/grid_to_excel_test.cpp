@@ -1,6 +1,6 @@
 #include "output/grid_to_excel.h"
 
-#include "output/spread_moud.h"
+#include "output/grid_routines.h"
 #include "support/app_test.h"
 #include "util/number_text.h"
 

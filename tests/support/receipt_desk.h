@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "documents/ek_yk_rkmx.h"
+#include "documents/receipt.h"
 #include "frame/app_context.h"
 #include "frame/command_table.h"
 #include "script/headless_desktop.h"

@@ -7,8 +7,8 @@
 #include <string>
 
 #include "app/composition.h"
-#include "documents/frm_ykty.h"
 #include "documents/return_columns.h"
+#include "documents/return_to_supplier.h"
 #include "support/receipt_desk.h"
 
 using namespace luming;

@@ -1,5 +1,5 @@
-#include "documents/frm_ykty.h"
 #include "documents/return_columns.h"
+#include "documents/return_to_supplier.h"
 #include "platform/tracing_connection.h"
 #include "wire/wire_receipt_test.h"
 

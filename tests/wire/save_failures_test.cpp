@@ -1,7 +1,7 @@
 #include <functional>
 
-#include "documents/frm_ykty.h"
 #include "documents/return_columns.h"
+#include "documents/return_to_supplier.h"
 #include "wire/wire_receipt_test.h"
 
 namespace luming {

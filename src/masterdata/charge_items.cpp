@@ -1,10 +1,10 @@
-#include "masterdata/ek_sfxmgl.h"
+#include "masterdata/charge_items.h"
 
 #include <algorithm>
 
 #include "frame/gateway.h"
 #include "masterdata/clean_control.h"
-#include "output/spread_moud.h"
+#include "output/grid_routines.h"
 #include "stock/line_grid.h"
 #include "util/text.h"
 

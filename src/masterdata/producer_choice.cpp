@@ -1,4 +1,4 @@
-#include "masterdata/frm_check.h"
+#include "masterdata/producer_choice.h"
 
 #include "frame/ini_file.h"
 #include "frame/startup.h"

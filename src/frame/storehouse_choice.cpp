@@ -1,7 +1,7 @@
-#include "frame/frm_checkyk.h"
+#include "frame/storehouse_choice.h"
 
 #include "frame/gateway.h"
-#include "frame/mainfrm.h"
+#include "frame/main_window.h"
 #include "frame/startup.h"
 #include "screen/grid_init.h"
 

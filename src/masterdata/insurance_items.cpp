@@ -1,4 +1,4 @@
-#include "masterdata/nhxmxz.h"
+#include "masterdata/insurance_items.h"
 
 #include <array>
 #include <span>
@@ -6,7 +6,7 @@
 
 #include "frame/gateway.h"
 #include "masterdata/clean_control.h"
-#include "output/spread_moud.h"
+#include "output/grid_routines.h"
 #include "util/text.h"
 
 namespace luming {

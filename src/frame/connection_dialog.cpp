@@ -1,4 +1,4 @@
-#include "frame/link_database_err.h"
+#include "frame/connection_dialog.h"
 
 #include <array>
 

@@ -1,4 +1,4 @@
-#include "frame/changpassword.h"
+#include "frame/change_password.h"
 
 namespace luming {
 

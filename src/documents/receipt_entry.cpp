@@ -1,4 +1,4 @@
-#include "documents/ek_rkxz.h"
+#include "documents/receipt_entry.h"
 
 #include "documents/entry_dialog.h"
 #include "documents/receipt_columns.h"

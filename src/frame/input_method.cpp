@@ -1,4 +1,4 @@
-#include "frame/setime.h"
+#include "frame/input_method.h"
 
 #include "frame/gateway.h"
 #include "util/text.h"

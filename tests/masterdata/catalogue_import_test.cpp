@@ -1,4 +1,4 @@
-#include "masterdata/upload_data.h"
+#include "masterdata/catalogue_import.h"
 
 #include "support/store_test.h"
 #include "util/text.h"

@@ -1,4 +1,4 @@
-#include "masterdata/ek_pmxz.h"
+#include "masterdata/drug_choice.h"
 
 #include "masterdata/clean_control.h"
 

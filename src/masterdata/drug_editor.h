@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "frame/app_context.h"
-#include "masterdata/ek_pmxz.h"
+#include "masterdata/drug_choice.h"
 #include "screen/form.h"
 
 namespace luming {

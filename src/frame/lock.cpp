@@ -1,4 +1,4 @@
-#include "frame/lockapp.h"
+#include "frame/lock.h"
 
 namespace luming {
 

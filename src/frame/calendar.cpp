@@ -1,4 +1,4 @@
-#include "frame/frm_wnl.h"
+#include "frame/calendar.h"
 
 #include "util/date_text.h"
 #include "util/lunar_calendar.h"

@@ -1,10 +1,10 @@
-#include "frame/mainfrm.h"
+#include "frame/main_window.h"
 
 #include "frame/gateway.h"
 #include "frame/ini_file.h"
-#include "frame/password.h"
+#include "frame/login.h"
 #include "frame/startup.h"
-#include "frame/sys_dir.h"
+#include "frame/system_directory.h"
 #include "util/lunar_calendar.h"
 
 namespace luming {

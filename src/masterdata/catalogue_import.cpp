@@ -1,11 +1,11 @@
-#include "masterdata/upload_data.h"
+#include "masterdata/catalogue_import.h"
 
 #include <algorithm>
 
 #include "frame/gateway.h"
 #include "masterdata/clean_control.h"
 #include "masterdata/phonetic.h"
-#include "output/spread_moud.h"
+#include "output/grid_routines.h"
 #include "util/date_text.h"
 #include "util/number_text.h"
 #include "util/text.h"

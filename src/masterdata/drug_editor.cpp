@@ -1,4 +1,4 @@
-#include "masterdata/ek_ypjbxx.h"
+#include "masterdata/drug_editor.h"
 
 #include <algorithm>
 
@@ -6,10 +6,10 @@
 #include "masterdata/clean_control.h"
 #include "masterdata/dictionary_lists.h"
 #include "masterdata/drug_record.h"
-#include "masterdata/frm_check.h"
-#include "masterdata/nhxmxz.h"
+#include "masterdata/insurance_items.h"
 #include "masterdata/phonetic.h"
-#include "output/spread_moud.h"
+#include "masterdata/producer_choice.h"
+#include "output/grid_routines.h"
 #include "util/number_text.h"
 #include "util/text.h"
 

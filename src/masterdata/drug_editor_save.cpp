@@ -1,6 +1,6 @@
 #include "frame/gateway.h"
 #include "masterdata/clean_control.h"
-#include "masterdata/ek_ypjbxx.h"
+#include "masterdata/drug_editor.h"
 #include "screen/messages.h"
 #include "util/number_text.h"
 #include "util/text.h"

@@ -1,13 +1,13 @@
-#include "masterdata/sjzd.h"
+#include "masterdata/data_dictionary.h"
 
 #include <algorithm>
 
 #include "frame/gateway.h"
 #include "masterdata/clean_control.h"
-#include "masterdata/frm_linkzd.h"
-#include "masterdata/frm_zd.h"
+#include "masterdata/dictionary_head.h"
+#include "masterdata/dictionary_links.h"
 #include "masterdata/phonetic.h"
-#include "output/spread_moud.h"
+#include "output/grid_routines.h"
 #include "util/text.h"
 
 namespace luming {

@@ -1,10 +1,10 @@
-#include "masterdata/frm_linkzd.h"
+#include "masterdata/dictionary_links.h"
 
 #include <map>
 
 #include "frame/gateway.h"
 #include "masterdata/clean_control.h"
-#include "masterdata/sjzd.h"
+#include "masterdata/data_dictionary.h"
 #include "screen/grid_init.h"
 
 namespace luming {

@@ -1,4 +1,4 @@
-#include "documents/frm_ykty_check.h"
+#include "documents/return_entry.h"
 
 #include "documents/entry_dialog.h"
 #include "documents/return_columns.h"

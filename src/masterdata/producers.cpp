@@ -1,10 +1,10 @@
-#include "masterdata/ypgl_cdwf.h"
+#include "masterdata/producers.h"
 
 #include <array>
 
 #include "frame/gateway.h"
 #include "masterdata/clean_control.h"
-#include "masterdata/ypgl_cdwfedit.h"
+#include "masterdata/producer_editor.h"
 #include "screen/grid_init.h"
 #include "util/text.h"
 

@@ -1,8 +1,8 @@
-#include "masterdata/ypgl_cdwfedit.h"
+#include "masterdata/producer_editor.h"
 
 #include "masterdata/clean_control.h"
 #include "masterdata/phonetic.h"
-#include "masterdata/ypgl_cdwf.h"
+#include "masterdata/producers.h"
 #include "screen/messages.h"
 #include "util/text.h"
 

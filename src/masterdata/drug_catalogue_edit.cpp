@@ -2,7 +2,7 @@
 
 #include "frame/gateway.h"
 #include "masterdata/catalogue_columns.h"
-#include "masterdata/frm_ypml.h"
+#include "masterdata/drug_catalogue.h"
 #include "masterdata/phonetic.h"
 #include "output/column_widths.h"
 #include "util/number_text.h"

@@ -1,8 +1,8 @@
-#include "masterdata/frm_zd.h"
+#include "masterdata/dictionary_head.h"
 
 #include "frame/gateway.h"
 #include "masterdata/clean_control.h"
-#include "masterdata/sjzd.h"
+#include "masterdata/data_dictionary.h"
 #include "util/text.h"
 
 namespace luming {

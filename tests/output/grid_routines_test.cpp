@@ -1,4 +1,4 @@
-#include "output/spread_moud.h"
+#include "output/grid_routines.h"
 
 #include "support/screen_test.h"
 

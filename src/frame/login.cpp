@@ -1,13 +1,13 @@
-#include "frame/password.h"
+#include "frame/login.h"
 
 #include <algorithm>
 
-#include "frame/frm_checkyk.h"
 #include "frame/gateway.h"
 #include "frame/ini_file.h"
 #include "frame/local_files.h"
-#include "frame/mainfrm.h"
+#include "frame/main_window.h"
 #include "frame/startup.h"
+#include "frame/storehouse_choice.h"
 #include "util/text.h"
 
 namespace luming {
