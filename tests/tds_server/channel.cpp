@@ -16,10 +16,8 @@ constexpr std::size_t kLargestMessage = 64U << 20;
 bool IsKnown(MessageType type) {
   switch (type) {
     case MessageType::kBatch:
-    case MessageType::kCall:
     case MessageType::kReply:
     case MessageType::kAttention:
-    case MessageType::kTransaction:
     case MessageType::kLogin:
     case MessageType::kPrelogin:
       return true;

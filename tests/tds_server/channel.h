@@ -10,10 +10,8 @@ namespace luming::tds {
 
 enum class MessageType : std::uint8_t {
   kBatch = 0x01,
-  kCall = 0x03,
   kReply = 0x04,
   kAttention = 0x06,
-  kTransaction = 0x0e,
   kLogin = 0x10,
   kPrelogin = 0x12,
 };

@@ -32,8 +32,6 @@ constexpr unsigned kBitmapRowToken = 0xd2;
 
 constexpr std::size_t kLongestText = 8000;
 constexpr unsigned kUnlimited = 0xffff;
-constexpr unsigned kNullText = 0xffff;
-constexpr std::uint64_t kNullChunks = ~std::uint64_t{0};
 constexpr int kDecimalDigits = 38;
 
 // Decimals have up to 38 digits.
@@ -51,7 +49,7 @@ bool IsWide(unsigned type) {
   return type == kNVarChar || type == kNChar;
 }
 
-unsigned WireType(const SqlType& type, unsigned version) {
+unsigned WireType(const SqlType& type) {
   switch (type.kind) {
     case TypeKind::kChar:
       return kChar;
@@ -70,7 +68,7 @@ unsigned WireType(const SqlType& type, unsigned version) {
     case TypeKind::kFloat:
       return kFloatN;
     case TypeKind::kDate:
-      return version >= 0x73 ? kDateN : kNVarChar;
+      return kDateN;
     case TypeKind::kSmallDateTime:
     case TypeKind::kDateTime:
       return kDateTimeN;
@@ -158,14 +156,13 @@ void WriteCollation(Writer& out) {
   out.U8(0);
 }
 
-RowFormat::RowFormat(const std::vector<localdb::Column>& columns, Recordset& rows, unsigned version)
-    : version_(version) {
+RowFormat::RowFormat(const std::vector<localdb::Column>& columns, Recordset& rows) {
   for (std::size_t i = 0; i < columns.size(); ++i) columns_.push_back(Choose(columns[i], i, rows));
 }
 
 // The engine types many texts without a limit where the server knows one, so the values decide.
 RowFormat::WireColumn RowFormat::Choose(const localdb::Column& column, std::size_t index, Recordset& rows) const {
-  WireColumn chosen{&column, WireType(column.type, version_), FixedLength(column.type.kind), false};
+  WireColumn chosen{&column, WireType(column.type), FixedLength(column.type.kind), false};
   if (!IsText(chosen.type)) return chosen;
   const bool wide = IsWide(chosen.type);
   const bool limited = column.type.IsText() && column.type.length != SqlType::kMaxLength;
@@ -222,10 +219,6 @@ void RowFormat::WriteText(Writer& out, const WireColumn& column, const Value& va
 }
 
 void RowFormat::WriteValue(Writer& out, const WireColumn& column, const Value& value) const {
-  if (value.IsNull()) {
-    if (column.unlimited) return out.U64(kNullChunks);
-    return IsText(column.type) ? out.U16(kNullText) : out.U8(0);
-  }
   switch (column.type) {
     case kDecimalN:
       return WriteDecimal(out, value.Number(), column.column->type.scale);
@@ -258,12 +251,11 @@ void RowFormat::WriteRow(Writer& out, Recordset& rows) const {
     nulls[i / 8] = static_cast<char>(nulls[i / 8] | (1 << (i % 8)));
     any = true;
   }
-  const bool bitmap = any && version_ >= 0x73;
-  out.U8(bitmap ? kBitmapRowToken : kRowToken);
-  if (bitmap) out.Raw(nulls);
+  out.U8(any ? kBitmapRowToken : kRowToken);
+  if (any) out.Raw(nulls);
   for (std::size_t i = 0; i < count; ++i) {
     const Value& value = std::as_const(rows).Field(i);
-    if (!(bitmap && value.IsNull())) WriteValue(out, columns_[i], value);
+    if (!value.IsNull()) WriteValue(out, columns_[i], value);
   }
 }
 

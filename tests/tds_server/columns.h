@@ -12,8 +12,7 @@ namespace luming::tds {
 /// How the rows of one result go over the wire.
 class RowFormat {
  public:
-  /// @param version the protocol's, 0x72 to 0x74: 7.2 knows no date without time and no row of NULL bits
-  RowFormat(const std::vector<localdb::Column>& columns, Recordset& rows, unsigned version);
+  RowFormat(const std::vector<localdb::Column>& columns, Recordset& rows);
 
   void WriteColumns(Writer& out) const;
   /// The row that the recordset stands on.
@@ -33,7 +32,6 @@ class RowFormat {
   void WriteValue(Writer& out, const WireColumn& column, const Value& value) const;
   void WriteText(Writer& out, const WireColumn& column, const Value& value) const;
 
-  unsigned version_;
   std::vector<WireColumn> columns_;
 };
 

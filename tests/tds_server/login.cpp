@@ -9,7 +9,6 @@ namespace {
 constexpr std::size_t kVersionPlace = 4;
 constexpr std::size_t kUserPlace = 40;
 constexpr std::size_t kPasswordPlace = 44;
-constexpr std::size_t kApplicationPlace = 48;
 constexpr std::size_t kDatabasePlace = 68;
 
 std::string TextBytes(std::string_view body, std::size_t place) {
@@ -40,7 +39,6 @@ Login ReadLogin(std::string_view body) {
   login.packet_size = reader.U32();
   login.user = Utf8Of(TextBytes(body, kUserPlace));
   login.password = Utf8Of(Undisguised(TextBytes(body, kPasswordPlace)));
-  login.application = Utf8Of(TextBytes(body, kApplicationPlace));
   login.database = Utf8Of(TextBytes(body, kDatabasePlace));
   return login;
 }

@@ -8,11 +8,10 @@ namespace luming::tds {
 
 /// What a client says when it logs in.
 struct Login {
-  unsigned version = 0;  ///< the protocol's: 0x71, 0x72 …
+  unsigned version = 0;  ///< the protocol's: 0x74 for 7.4
   std::uint32_t packet_size = 0;
   std::string user;
   std::string password;
-  std::string application;
   std::string database;
 };
 

@@ -95,16 +95,7 @@ void Reply::AcceptLogin() {
   Writer content;
   content.U8(1);
   // The one number that goes with its first byte ahead.
-  switch (version_) {
-    case 0x72:
-      content.U32(0x02000972);
-      break;
-    case 0x73:
-      content.U32(0x03000b73);
-      break;
-    default:
-      content.U32(0x04000074);
-  }
+  content.U32(0x04000074);
   content.ShortText("Microsoft SQL Server");
   content.U32(0x00000010);
   WriteCounted(out_, kLoginToken, content);
@@ -130,7 +121,7 @@ void Reply::ProcedureEnded(std::int64_t return_value) {
 }
 
 void Reply::Rows(const std::vector<localdb::Column>& columns, Recordset& rows) {
-  const RowFormat format(columns, rows, version_);
+  const RowFormat format(columns, rows);
   format.WriteColumns(out_);
   int number = 0;
   for (; !rows.Eof(); rows.MoveNext()) {

@@ -25,9 +25,8 @@ enum class Environment : std::uint8_t {
 /// An answer to one message, made token by token: what the engine tells of its results goes in as it comes.
 class Reply : public localdb::ResultListener {
  public:
-  /// @param version the protocol's, 0x72 to 0x74
-  /// @param fault   one that cuts the reply short inside its rows, or nothing
-  Reply(unsigned version, const std::optional<Fault>& fault) : version_(version), fault_(fault) {}
+  /// @param fault one that cuts the reply short inside its rows, or nothing
+  explicit Reply(const std::optional<Fault>& fault) : fault_(fault) {}
 
   void Rows(const std::vector<localdb::Column>& columns, Recordset& rows) override;
   void Changed(std::int64_t count) override;
@@ -60,7 +59,6 @@ class Reply : public localdb::ResultListener {
   void StatementDone(unsigned status, std::int64_t count);
   void CutAt(int row, std::size_t row_begin);
 
-  unsigned version_;
   std::optional<Fault> fault_;
   Writer out_;
   bool in_procedure_ = false;

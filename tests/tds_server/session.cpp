@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "localdb/errors.h"
-#include "tds_server/transaction_request.h"
 #include "tds_server/wire.h"
 
 namespace luming::tds {
@@ -12,8 +11,7 @@ namespace {
 using localdb::SqlError;
 using std::string_view_literals::operator""sv;
 
-constexpr unsigned kOldestVersion = 0x72;
-constexpr unsigned kNewestVersion = 0x74;
+constexpr unsigned kVersion = 0x74;
 constexpr std::uint32_t kSmallestPacket = 512;
 constexpr std::uint32_t kLargestPacket = 32767;
 constexpr std::string_view kGarbage = "\x04\x01\x00\x10\x00\x00\x01\x00\x01\x02\x03\x05\x06\x07\x08\x09"sv;
@@ -75,8 +73,7 @@ bool Session::LogIn() {
 }
 
 bool Session::RefuseLogin(const Login& login, int number) {
-  version_ = std::clamp(login.version, kOldestVersion, kNewestVersion);
-  Reply reply(version_, std::nullopt);
+  Reply reply(std::nullopt);
   if (number == localdb::native::kNoStore) {
     reply.Error(number, SqlError(number, login.database).description());
   }
@@ -87,7 +84,7 @@ bool Session::RefuseLogin(const Login& login, int number) {
 }
 
 bool Session::AnswerLogin(const Login& login) {
-  if (login.version < kOldestVersion) return false;
+  if (login.version != kVersion) return false;
   if (login.user != rules_.user || login.password != rules_.password) return RefuseLogin(login, 18456);
   auto store = std::make_unique<LocalConnection>(rules_.directory, rules_.clock, rules_.busy_timeout);
   try {
@@ -98,10 +95,9 @@ bool Session::AnswerLogin(const Login& login) {
   // What arrives in the middle of a statement is an attention, or the client has gone.
   store->WaitWhile([this] { return WaitUndisturbed(std::chrono::milliseconds(0)); });
   store_ = std::move(store);
-  version_ = std::min(login.version, kNewestVersion);
   const std::uint32_t packet = login.packet_size == 0 ? 4096 : login.packet_size;
   const std::uint32_t packet_size = std::clamp(packet, kSmallestPacket, kLargestPacket);
-  Reply reply(version_, std::nullopt);
+  Reply reply(std::nullopt);
   reply.ChangeText(Environment::kDatabase, login.database, "master");
   reply.Info(5701, "已将数据库上下文更改为“" + login.database + "”。");
   reply.ChangeCollation();
@@ -118,12 +114,8 @@ bool Session::Serve(const Message& message) {
   switch (message.type) {
     case MessageType::kBatch:
       return RunText(BatchText(message.body));
-    case MessageType::kTransaction:
-      return RunText(TransactionText(message.body));
     case MessageType::kAttention:
       return AnswerAttention();
-    case MessageType::kCall:
-      return AnswerError(localdb::native::kMissingProcedure, "测试服务器不接受远程过程调用。");
     default:
       return false;
   }
@@ -151,7 +143,7 @@ bool Session::RunText(const std::string& sql) {
 }
 
 bool Session::RunAndAnswer(const std::string& sql, const std::optional<Fault>& fault) {
-  Reply reply(version_, fault);
+  Reply reply(fault);
   const bool was_open = store_->InTransaction();
   bool failed = false;
   try {
@@ -175,7 +167,7 @@ bool Session::RunAndAnswer(const std::string& sql, const std::optional<Fault>& f
 }
 
 bool Session::AnswerError(int number, const std::string& text) {
-  Reply reply(version_, std::nullopt);
+  Reply reply(std::nullopt);
   reply.Error(number, text);
   reply.Finish(true, store_->InTransaction());
   channel_.Send(reply.bytes());
@@ -183,7 +175,7 @@ bool Session::AnswerError(int number, const std::string& text) {
 }
 
 bool Session::AnswerDeadlock() {
-  Reply reply(version_, std::nullopt);
+  Reply reply(std::nullopt);
   if (store_->InTransaction()) {
     store_->Execute("While @@TRANCOUNT > 0 Rollback Transaction");
     reply.ChangeTransaction(Environment::kRollback);
@@ -195,7 +187,7 @@ bool Session::AnswerDeadlock() {
 }
 
 bool Session::AnswerAttention() {
-  Reply reply(version_, std::nullopt);
+  Reply reply(std::nullopt);
   reply.FinishAttention();
   channel_.Send(reply.bytes());
   return true;

@@ -53,7 +53,6 @@ class Session {
   Channel channel_;
   SessionRules& rules_;
   std::unique_ptr<LocalConnection> store_;
-  unsigned version_ = 0x74;
   std::atomic<bool> over_ = false;
 };
 

@@ -34,8 +34,7 @@ int Listen(int& port) {
 
 TdsServer::TdsServer(std::filesystem::path directory, const Clock& clock, ServerOptions options)
     : rules_{std::move(directory), clock, std::move(options.user), std::move(options.password),
-             options.busy_timeout, {}},
-      port_(options.port) {
+             options.busy_timeout, {}} {
   Start();
 }
 

@@ -13,13 +13,12 @@
 namespace luming::tds {
 
 struct ServerOptions {
-  int port = 0;  ///< 0 takes a free one
   std::string user = "sa";
   std::string password = {};
   std::chrono::milliseconds busy_timeout = LocalConnection::kBusyTimeout;
 };
 
-/// A database server for tests, on 127.0.0.1 alone: it speaks the wire protocol of SQL Server (TDS 7.2 to 7.4, without
+/// A database server for tests, on 127.0.0.1 alone: it speaks the wire protocol of SQL Server (TDS 7.4, without
 /// encryption) and runs what it is sent in the embedded engine. A database NAME is the store NAME.db in its directory.
 ///
 ///   TdsServer server(directory.Path(), clock);            // runs until it is destroyed
@@ -28,7 +27,7 @@ struct ServerOptions {
 class TdsServer {
  public:
   /// Listens when it returns. @param clock what GETDATE() tells; must outlive the server
-  /// Failure when the port cannot be had.
+  /// Failure when there is no port to be had.
   TdsServer(std::filesystem::path directory, const Clock& clock, ServerOptions options = {});
   ~TdsServer();
   TdsServer(const TdsServer&) = delete;
@@ -58,7 +57,7 @@ class TdsServer {
   void Forget(bool all);
 
   SessionRules rules_;
-  int port_;
+  int port_ = 0;  ///< a free one from the first start on
   int listener_ = -1;
   std::thread acceptor_;
   std::mutex mutex_;
