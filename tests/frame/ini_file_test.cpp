@@ -103,19 +103,6 @@ TEST_F(IniFileTest, NumbersAreToldFromMissingOnes) {
   }
 }
 
-TEST_F(IniFileTest, GarbageReadsAsAFileWithoutKeys) {
-  for (const std::string& bytes :
-       {std::string(100000, '['), std::string(100000, '='), std::string("\0\0[a]\0b=c\0", 10),
-        std::string("\x81\xFF\xFE=\x81"), std::string(3 << 20, 'x'), std::string("]=[\r\r\r\n=")}) {
-    WriteBytes(file, bytes);
-    EXPECT_EQ(Text("配置", "药库类型"), "");
-    EXPECT_EQ(ini.ReadInt("配置", "预警天数"), 0);
-  }
-  std::filesystem::remove(file);
-  std::filesystem::create_directory(file);
-  EXPECT_EQ(Text("配置", "药库类型"), "");
-}
-
 TEST_F(IniFileTest, ValueEndsAtAZeroByte) {
   WriteBytes(file, std::string("[a]\nb=one\0two\n", 14));
   EXPECT_EQ(Text("a", "b"), "one");

@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include "support/app_test.h"
+#include "support/failure_of.h"
 #include "util/ansi_text.h"
 
 namespace luming {
@@ -11,15 +12,6 @@ namespace {
 class LocalFilesTest : public AppTest {
  protected:
   std::filesystem::path file = home / "DatabaseSet.data";
-
-  long FailureOf(const std::function<void()>& step) {
-    try {
-      step();
-    } catch (const Failure& failure) {
-      return failure.number();
-    }
-    return 0;
-  }
 };
 
 TEST_F(LocalFilesTest, RecordsLieAtTheirPlacesWithTheirLengthAhead) {

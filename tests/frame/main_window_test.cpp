@@ -57,17 +57,6 @@ class MainWindowTest : public AppTest {
   }
 };
 
-TEST_F(MainWindowTest, PanelsAndTitle) {
-  app.ReportUnit = "鹿鸣医院";
-  app.CurUser.GetUserName = "张三";
-  mainfrm& frame = Frame();
-  EXPECT_EQ(frame.Caption(), "鹿鸣仓管系统");
-  EXPECT_EQ(frame.StatusPanel(2), "鹿鸣医院");
-  EXPECT_NE(frame.StatusPanel(3).find("星期日"), std::string::npos) << frame.StatusPanel(3);
-  EXPECT_EQ(frame.StatusPanel(4), "张三");
-  EXPECT_EQ(frame.BackPicture(), "") << "without a picture the workspace stays plain";
-}
-
 TEST_F(MainWindowTest, DayBeyondTheCalendarLeavesThePanelEmpty) {
   clock.Set(DateTime(1900, 1, 1));
   EXPECT_EQ(Frame().StatusPanel(3), "");
@@ -125,16 +114,6 @@ TEST_F(MainWindowTest, CommandBehindARightOpensOrRefuses) {
   EXPECT_EQ(Open(), (Names{"mainfrm", "A"}));
 }
 
-TEST_F(MainWindowTest, RepeatedCommandShowsTheSameWindow) {
-  commands.commands = {Child<SheetA>(1), Shown<SheetB>(2)};
-  mainfrm& frame = Frame();
-  frame.Execute(1);
-  frame.Execute(2);
-  frame.Execute(1);
-  EXPECT_EQ(Open(), (Names{"mainfrm", "A", "B"}));
-  EXPECT_EQ(app.forms.ActiveChild()->Name(), "A");
-}
-
 TEST_F(MainWindowTest, WhichFormsACloseLeaves) {
   struct Case {
     const char* keep;
@@ -164,25 +143,6 @@ TEST_F(MainWindowTest, FormThatRefusesToCloseDoesNotHoldUpTheOthers) {
   EXPECT_EQ(Open(), (Names{"mainfrm", "S"}));
 }
 
-TEST_F(MainWindowTest, PopUpOfATabClosesThisAllOrTheOthers) {
-  struct Case {
-    std::optional<int> chosen;
-    Names left;
-  };
-  for (const Case& one : {Case{6661, {"mainfrm", "B"}}, Case{6662, {"mainfrm"}}, Case{6663, {"mainfrm", "A"}},
-                          Case{std::nullopt, {"mainfrm", "A", "B"}}}) {
-    commands.commands = {
-        {6661, "", [](AppContext& context) { context.forms.Get<mainfrm>(context).CloseActiveChild(); }},
-        {6662, "", [](AppContext& context) { context.forms.Get<mainfrm>(context).CloseAllChildren(); }},
-        {6663, "", [](AppContext& context) { context.forms.Get<mainfrm>(context).CloseOtherChildren(); }}};
-    OpenSheets();
-    desktop.pop_ups.push_back(one.chosen);
-    Frame().Workspace_RClick(app.forms.FindAs<SheetA>());
-    EXPECT_EQ(Open(), one.left);
-  }
-  Frame().Workspace_RClick(nullptr);
-}
-
 TEST_F(MainWindowTest, ThemesAndBarsAreCheckedAsTheyStand) {
   mainfrm& frame = Frame();
   for (int theme = 0; theme < 4; ++theme) {
@@ -195,17 +155,6 @@ TEST_F(MainWindowTest, ThemesAndBarsAreCheckedAsTheyStand) {
   EXPECT_TRUE(frame.StateOf(1103).checked);
   frame.ToggleStatusBar();
   EXPECT_FALSE(frame.StateOf(1103).checked);
-}
-
-TEST_F(MainWindowTest, OnlyTheMenuAsksBeforeTheEnd) {
-  desktop.answers = {Answer::kNo, Answer::kYes};
-  Frame().AskToExit();
-  const Box box = desktop.TakeBox();
-  EXPECT_EQ(box.text, "你真的要退出系统吗？");
-  EXPECT_EQ(box.title, "提示");
-  EXPECT_EQ(box.style, 36);
-  EXPECT_FALSE(app.Ended);
-  EXPECT_THROW(Frame().AskToExit(), ProcessEnded);
 }
 
 TEST_F(MainWindowTest, ManualAndCalculator) {

@@ -7,11 +7,7 @@ namespace {
 
 class OperatorToolsTest : public AppTest {
  protected:
-  OperatorToolsTest() {
-    Connect();
-    app.CurUser.GetUserName = "张三";
-    app.CurUser.UserPassword = "Ab";
-  }
+  OperatorToolsTest() { Connect(); }
   SetIme& Opened() {
     auto& form = app.forms.Get<SetIme>(app);
     form.Show();
@@ -33,11 +29,6 @@ TEST_F(OperatorToolsTest, InputMethodsStandInStepWithTheirHandles) {
   EXPECT_EQ(desktop.TakeBox().text, "输入法设置成功");
 }
 
-TEST_F(OperatorToolsTest, APlainLayoutInUseIsCalledEnglish) {
-  devices.layout = KeyboardLayout{7, ""};
-  EXPECT_EQ(Opened().dqsyslf.Caption(), "英文输入法");
-}
-
 TEST_F(OperatorToolsTest, AMethodThatCannotBeActivatedIsToldAndNotWritten) {
   devices.layouts = {{7, "拼音"}};
   SetIme& form = Opened();
@@ -50,16 +41,6 @@ TEST_F(OperatorToolsTest, AMethodThatCannotBeActivatedIsToldAndNotWritten) {
   EXPECT_EQ(app.SearchType, "");
 }
 
-TEST_F(OperatorToolsTest, AFailedUpdateShowsOneBoxAndNoSuccess) {
-  devices.layouts = {{7, "拼音"}};
-  app.SearchType = "编码";
-  SetIme& form = Opened();
-  form.srflb.UserChoose(0);
-  store.Fail("Update UserDB set IME='7',SearchType='编码' Where UserName='张三'", Failure(5, "出错"));
-  Press(form);
-  EXPECT_NE(desktop.TakeBox().text.find("出错"), std::string::npos);
-}
-
 TEST_F(OperatorToolsTest, FieldsForChineseActivateTheOperatorsLayoutSilently) {
   UseOperatorLayout(app);
   app.IME = 42;
@@ -68,23 +49,6 @@ TEST_F(OperatorToolsTest, FieldsForChineseActivateTheOperatorsLayoutSilently) {
   devices.refuses = true;
   app.forms.operator_ime();
   EXPECT_TRUE(desktop.boxes.empty());
-}
-
-TEST_F(OperatorToolsTest, TheLockComparesExactlyAndOnlyThePasswordOpensIt) {
-  auto& lock = app.forms.Get<LockApp>(app);
-  lock.Show();
-  for (const char* typed : {"", "ab", "Ab ", "%", "A"}) {
-    lock.Text1.SetText(typed);
-    lock.UserClick(lock.Command1);
-    EXPECT_EQ(desktop.TakeBox().text, "密码错误!") << typed;
-    EXPECT_EQ(lock.Text1.Text(), "");
-  }
-  lock.UserClose();
-  EXPECT_FALSE(lock.IsUnloaded());
-  lock.Text1.SetText("Ab");
-  lock.UserClick(lock.Command1);
-  EXPECT_TRUE(lock.IsUnloaded());
-  EXPECT_EQ(app.forms.Find("LockApp"), nullptr);
 }
 
 TEST_F(OperatorToolsTest, TheMouseDrawsALineAroundTheLocksPicture) {
