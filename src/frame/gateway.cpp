@@ -36,19 +36,9 @@ Failure SaveLost() {
   return {failure::kGeneralProvider, "保存过程中数据库连接已中断，本次保存的内容已全部撤销，请重新保存。"};
 }
 
-}  // namespace
-
-void ConnectDb(AppContext& app) {
-  if (app.Cn && app.Cn->IsOpen()) return;
-  try {
-    OpenableConnection(app).Open(app.ConnStr);
-  } catch (const Failure& failure) {
-    RepairConnection(app, failure.description());
-  }
-  ShieldSaveUnderWay(app);
-}
-
-void OpenRs(AppContext& app, Recordset& rs, std::string_view sql) {
+/// @param sql a text or a Statement
+template <class Sql>
+void Read(AppContext& app, Recordset& rs, const Sql& sql) {
   rs = Recordset();
   if (!app.Cn || !app.Cn->IsOpen()) ConnectDb(app);
   try {
@@ -61,11 +51,8 @@ void OpenRs(AppContext& app, Recordset& rs, std::string_view sql) {
   }
 }
 
-void CloseRs(Recordset& rs) noexcept {
-  rs.Close();
-}
-
-bool ExecSql(AppContext& app, std::string_view sql) {
+template <class Sql>
+bool Run(AppContext& app, const Sql& sql) {
   try {
     ConnectDb(app);
     OpenableConnection(app).Execute(sql);
@@ -74,6 +61,38 @@ bool ExecSql(AppContext& app, std::string_view sql) {
     ShowDbError(app, failure);
     return false;
   }
+}
+
+}  // namespace
+
+void ConnectDb(AppContext& app) {
+  if (app.Cn && app.Cn->IsOpen()) return;
+  try {
+    OpenableConnection(app).Open(app.ConnStr);
+  } catch (const Failure& failure) {
+    RepairConnection(app, failure.description());
+  }
+  ShieldSaveUnderWay(app);
+}
+
+void CloseRs(Recordset& rs) noexcept {
+  rs.Close();
+}
+
+void OpenRs(AppContext& app, Recordset& rs, std::string_view sql) {
+  Read(app, rs, sql);
+}
+
+void OpenRs(AppContext& app, Recordset& rs, const Statement& statement) {
+  Read(app, rs, statement);
+}
+
+bool ExecSql(AppContext& app, std::string_view sql) {
+  return Run(app, sql);
+}
+
+bool ExecSql(AppContext& app, const Statement& statement) {
+  return Run(app, statement);
 }
 
 bool GetField(AppContext& app, std::string_view table, std::string_view field, std::string_view value) {

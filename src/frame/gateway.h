@@ -17,11 +17,13 @@ void ConnectDb(AppContext& app);
 /// Reads into `rs`. A failure shows the common box and leaves `rs` closed; after a lost connection it also reconnects.
 /// The statement is not repeated, so the caller's first use of `rs` fails into the caller's own trap.
 void OpenRs(AppContext& app, Recordset& rs, std::string_view sql);
+void OpenRs(AppContext& app, Recordset& rs, const Statement& statement);
 
 void CloseRs(Recordset& rs) noexcept;
 
 /// Runs a statement. @return false after a failure, which was shown
 bool ExecSql(AppContext& app, std::string_view sql);
+bool ExecSql(AppContext& app, const Statement& statement);
 
 /// Whether a row of `table` has `value` in `field` (by LIKE). Has no trap: throws Failure.
 bool GetField(AppContext& app, std::string_view table, std::string_view field, std::string_view value);

@@ -32,10 +32,6 @@ const NameColumns* NameColumnsOf(std::string_view column) {
   return nullptr;
 }
 
-std::string Quoted(const std::string& text) {
-  return "'" + text + "'";
-}
-
 bool ReadsAsDate(const Value& value) {
   const auto* text = std::get_if<std::string>(&value.data());
   return std::holds_alternative<DateTime>(value.data()) || (text && IsDate(*text));
@@ -150,26 +146,27 @@ void UploadData::ImportRows(Recordset& rows, const std::string& statement) {
                    std::to_string(failed_) + kLineEnd);
 }
 
-std::string UploadData::ValuesOf(const Recordset& rows) {
-  std::string values;
+Statement UploadData::ValuesOf(const Recordset& rows) {
+  Statement values;
   for (std::size_t i = 0; i < targets_.size(); ++i) {
-    if (!targets_[i].column.empty()) values += ValueFor(targets_[i], rows.Field(i)) + ",";
+    if (targets_[i].column.empty()) continue;
+    if (!values.empty()) values += ",";
+    values += ValueFor(targets_[i], rows.Field(i), rows.ColumnNames()[i]);
   }
-  if (!values.empty()) values.pop_back();
   return values;
 }
 
-std::string UploadData::ValueFor(const Target& target, const Value& value) {
-  if (target.kind == Kind::kDate) return ReadsAsDate(value) ? Quoted(value.Text()) : "null";
+Statement UploadData::ValueFor(const Target& target, const Value& value, const std::string& head) {
+  if (target.kind == Kind::kDate) return ReadsAsDate(value) ? Quoted(value.Text(), head) : Statement("null");
   const std::string text = Trim(value.TextOrEmpty());
   const bool is_name = NameColumnsOf(target.column) != nullptr;
-  if (text.empty()) return is_name ? "null,null,null" : "null";
+  if (text.empty()) return Statement(is_name ? "null,null,null" : "null");
   if (is_name) {
     const std::string pinyin = GetPYDM(app_, text);
     const std::string wubi = GetWBDM(app_, text);
-    return Quoted(CleanSearchText(text)) + "," + Quoted(pinyin) + "," + Quoted(wubi);
+    return Quoted(CleanSearchText(text), head) + "," + Quoted(pinyin, head) + "," + Quoted(wubi, head);
   }
-  return target.kind == Kind::kNumber ? text : Quoted(CleanSearchText(text));
+  return target.kind == Kind::kNumber ? Statement(Bare(text, head)) : Statement(Quoted(CleanSearchText(text), head));
 }
 
 void UploadData::ShowShare(int done, int total) {

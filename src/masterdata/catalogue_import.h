@@ -51,8 +51,8 @@ class UploadData : public Form {
   std::string MakeSql(const std::map<std::string, Target>& known, const std::vector<std::string>& heads);
   void ImportRows(Recordset& rows, const std::string& statement);
   void RepairNulls();
-  std::string ValuesOf(const Recordset& rows);
-  std::string ValueFor(const Target& target, const Value& value);
+  Statement ValuesOf(const Recordset& rows);
+  Statement ValueFor(const Target& target, const Value& value, const std::string& head);
   void ShowShare(int done, int total);
 
   AppContext& app_;

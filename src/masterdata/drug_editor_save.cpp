@@ -9,12 +9,12 @@ namespace luming {
 
 namespace {
 
-std::string Quoted(const std::string& text) {
+std::string InQuotes(const std::string& text) {
   return "'" + text + "'";
 }
 
 std::string Trimmed(const std::string& text) {
-  return Quoted(Trim(text));
+  return InQuotes(Trim(text));
 }
 
 std::string NumberOr(const char* otherwise, const std::string& text) {
@@ -103,17 +103,17 @@ void eK_YPJBXX::SaveChange() {
 
 eK_YPJBXX::Assignments eK_YPJBXX::Links() const {
   return {
-      {"YLZYFL", Quoted(YLZYFL.Text())},
-      {"YBXMBH", Quoted(YBXMBH.Text())},
-      {"NHXMBH", Quoted(NHXMBH.Text())},
+      {"YLZYFL", InQuotes(YLZYFL.Text())},
+      {"YBXMBH", InQuotes(YBXMBH.Text())},
+      {"NHXMBH", InQuotes(NHXMBH.Text())},
   };
 }
 
 eK_YPJBXX::Assignments eK_YPJBXX::Description() const {
   return {
-      {"YPMC", Trimmed(YPMC.Text())}, {"SPMC", Trimmed(SPMC.Text())}, {"GG", Trimmed(GG.Text())},
-      {"DW", Quoted(DW.Text())},      {"SCCJ", Quoted(SCCJ.Text())},  {"ABC", Quoted(ABC.Text())},
-      {"JX", Quoted(JX.Text())},
+      {"YPMC", Trimmed(YPMC.Text())}, {"SPMC", Trimmed(SPMC.Text())},  {"GG", Trimmed(GG.Text())},
+      {"DW", InQuotes(DW.Text())},    {"SCCJ", InQuotes(SCCJ.Text())}, {"ABC", InQuotes(ABC.Text())},
+      {"JX", InQuotes(JX.Text())},
   };
 }
 
@@ -121,8 +121,8 @@ eK_YPJBXX::Assignments eK_YPJBXX::FiguresAndUse(const std::string& split_price) 
   return {
       {"YKKCL", NumberOr("0", KCL.Text())},
       {"CLB", NumberOr("1", CLB.Text())},
-      {"ZXDW", Quoted(ZXDW.Text())},
-      {"SFXM", Quoted(SFXM.Text())},
+      {"ZXDW", InQuotes(ZXDW.Text())},
+      {"SFXM", InQuotes(SFXM.Text())},
       {"CFXL", NumberOr("0", CFXL.Text())},
       {"YKKCSX", NumberOr("0", KCSX.Text())},
       {"YKKCXX", NumberOr("0", KCXX.Text())},
@@ -143,7 +143,7 @@ eK_YPJBXX::Assignments eK_YPJBXX::FiguresAndUse(const std::string& split_price) 
       {"ZLZK", Trimmed(ZLZK.Text())},
       {"GYTJ", Trimmed(GYTJ.Text())},
       {"DCJL", Trimmed(DCJL.Text())},
-      {"YYPC", Quoted(YYPC.Text())},
+      {"YYPC", InQuotes(YYPC.Text())},
       {"ZSYP", Flag(ZSYP)},
       {"PSPB", Flag(PSPB)},
   };
@@ -158,7 +158,7 @@ std::string eK_YPJBXX::InsertStatement() const {
       values.push_back(each.value);
     }
   };
-  add({{"JLDW", Quoted(JLDW.Text())}});
+  add({{"JLDW", InQuotes(JLDW.Text())}});
   add(Links());
   add({{"YPBM", Trimmed(YPBM.Text())}});
   add(Description());
@@ -175,7 +175,7 @@ std::string eK_YPJBXX::UpdateStatement() const {
   };
   add(Links());
   add(Description());
-  add({{"LSJ", FormatNumberText(LSJ.Text(), "0.000")}, {"JLDW", Quoted(JLDW.Text())}});
+  add({{"LSJ", FormatNumberText(LSJ.Text(), "0.000")}, {"JLDW", InQuotes(JLDW.Text())}});
   add(FiguresAndUse(FormatNumberText(CLLSJ.Text(), "0.000")));
   return "Update YF_YPML SET " + Join(set, ",") + " Where YPBM Like'" + YPBM.Text() + "'";
 }

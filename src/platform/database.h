@@ -10,6 +10,7 @@
 #include <variant>
 #include <vector>
 
+#include "platform/statement.h"
 #include "util/date_time.h"
 #include "util/failure.h"
 
@@ -116,6 +117,9 @@ class Connection {
 
   /// Runs the T-SQL text as it stands and returns its first result that has columns; a closed recordset when none has.
   virtual Recordset Execute(std::string_view sql) = 0;
+  /// The same for a text that was put together, unless a value in it must not be sent: that one is refused with the
+  /// number that the server gives for a broken statement.
+  Recordset Execute(const Statement& statement);
 
   virtual void BeginTrans() = 0;
   virtual void CommitTrans() = 0;
@@ -125,6 +129,9 @@ class Connection {
   /// outlives the program, but a loss of power may undo the last ones. When it is turned off all of them are safe. For
   /// long work that can be done again. A store may take no notice.
   virtual void SetHurry(bool) {}
+
+  /// Throws `reason` where a statement would be sent. A connection that tells its statements tells this one, too.
+  [[noreturn]] virtual void Refuse(std::string_view sql, const Failure& reason);
 };
 
 /// A connection is in a hurry while this lives. A failure to take its time again is met by the next statement.

@@ -37,6 +37,11 @@ Recordset TracingConnection::Execute(std::string_view sql) {
   return rs;
 }
 
+void TracingConnection::Refuse(std::string_view sql, const Failure& reason) {
+  Traced(sql, [&]() -> int { throw reason; });
+  throw reason;
+}
+
 void TracingConnection::BeginTrans() {
   Traced("BEGIN TRANSACTION", [&] { return inner_->BeginTrans(), kNoRows; });
 }

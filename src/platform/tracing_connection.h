@@ -14,11 +14,13 @@ class TracingConnection : public Connection {
   void Open(std::string_view connection_string) override { inner_->Open(connection_string); }
   void Close() override { inner_->Close(); }
   bool IsOpen() const override { return inner_->IsOpen(); }
+  using Connection::Execute;
   Recordset Execute(std::string_view sql) override;
   void BeginTrans() override;
   void CommitTrans() override;
   void RollbackTrans() override;
   void SetHurry(bool hurry) override { inner_->SetHurry(hurry); }
+  [[noreturn]] void Refuse(std::string_view sql, const Failure& reason) override;
 
  private:
   template <class Work>

@@ -23,10 +23,14 @@ TEST(TracingConnectionTest, TellsEachStatementWithItsRowsOrItsFailure) {
   connection.CommitTrans();
   EXPECT_THROW(connection.RollbackTrans(), Failure);
   EXPECT_THROW(connection.Execute("broken"), Failure);
+  EXPECT_THROW(connection.Execute("Delete K Where N=" + Bare("1 Or 1", "数量")), Failure);
   connection.Close();
   EXPECT_FALSE(connection.IsOpen());
-  EXPECT_EQ(told, (std::vector<std::string>{"BEGIN TRANSACTION -1 ", "list 2 ", "write -1 ", "COMMIT TRANSACTION -1 ",
-                                            "ROLLBACK TRANSACTION -1 没有活动的事务。", "broken -1 语法错误"}));
+  EXPECT_EQ(store.TakeSent().size(), 8U) << "what is refused is told, but not sent";
+  EXPECT_EQ(told,
+            (std::vector<std::string>{"BEGIN TRANSACTION -1 ", "list 2 ", "write -1 ", "COMMIT TRANSACTION -1 ",
+                                      "ROLLBACK TRANSACTION -1 没有活动的事务。", "broken -1 语法错误",
+                                      "Delete K Where N=1 Or 1 -1 “数量”的内容“1 Or 1”不是数字，语句无法执行。"}));
 }
 
 }  // namespace
