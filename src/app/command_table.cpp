@@ -1,7 +1,6 @@
 #include "app/command_table.h"
 
-#include "documents/receipt.h"
-#include "documents/return_to_supplier.h"
+#include "documents/screens.h"
 #include "frame/about.h"
 #include "frame/calendar.h"
 #include "frame/change_password.h"
@@ -156,12 +155,19 @@ Command Theme(int id, int theme) {
   return {id, {}, [theme](AppContext& app) { app.forms.Get<mainfrm>(app).SetTheme(theme); }};
 }
 
+Command ChildCalled(int id, const char* name, Form& (*get)(AppContext&)) {
+  return {id, name, [name, get](AppContext& app) {
+            get(app).Show();
+            MaxChild(app, name);
+          }};
+}
+
 std::vector<Command> Commands() {
   return {
       Command{201, eK_YPJBXX::kName, AddDrug},
       Child<Frm_YPML>(202),
       Awaited(203, "Frm_YPLC"),
-      Child<ek_YK_RKMX>(302),
+      ChildCalled(302, "ek_YK_RKMX", TheReceipt),
       Awaited(303, "ek_YK_RKMXCX"),
       Awaited(305, "ek_KSLY"),
       Awaited(306, "ek_KSLYCX"),
@@ -169,7 +175,7 @@ std::vector<Command> Commands() {
       Awaited(310, "Frm_YPCGJHCX"),
       Awaited(312, "Frm_YPCKGL"),
       Awaited(313, "Frm_CKDCX"),
-      Child<Frm_YKTY>(335),
+      ChildCalled(335, "Frm_YKTY", TheReturnToSupplier),
       Awaited(336, "Frm_YKTYCX"),
       Awaited(338, "Frm_YFTKWindow"),
       Awaited(339, "Frm_CGJHB"),

@@ -5,10 +5,9 @@
 #include "app/absent_output.h"
 #include "app/command_table.h"
 #include "app/system_devices.h"
-#include "documents/receipt.h"
-#include "documents/receipt_columns.h"
-#include "documents/receipt_entry.h"
+#include "documents/screens.h"
 #include "script/headless_desktop.h"
+#include "script/script_names.h"
 #include "util/number_text.h"
 #include "util/text.h"
 
@@ -64,14 +63,14 @@ class OpeningClerk {
   }
 
  private:
-  ek_YK_RKMX& OpenScreen(std::shared_ptr<Connection> connection) {
+  Form& OpenScreen(std::shared_ptr<Connection> connection) {
     desktop_.pump = [this] { Act(); };
     app_.Cn = std::move(connection);
     app_.CurUser.GetUserName = "管理员";
     app_.CurUser.YPGL_YKJYLR = true;
-    auto& form = app_.forms.Get<ek_YK_RKMX>(app_);
+    Form& form = TheReceipt(app_);
     form.EnsureLoaded();
-    form.picker.CXFS.SetText("编码");
+    form.Field<ComboBox>("CXFS").SetText("编码");
     return form;
   }
 
@@ -79,32 +78,33 @@ class OpeningClerk {
     constexpr int kMorning = 9 * 3600;
     app_.KFMC = row["KFMC"];
     clock_.Set(row.Day("RKRQ", today_).AddSeconds(kMorning));
-    form_.sGHDW.UserText(row["GHDW"]);
-    form_.sFPH.UserText(row["FPH"]);
-    form_.FPRQ.SetValue(row.Day("FPRQ", today_));
-    form_.lFKBZ.UserChoose(row["FKBZ"] == "1" ? 0 : 1);
-    form_.sYSR.UserText(row["YSR"]);
-    form_.sFHR.UserText(row["FHR"]);
+    form_.Field<ComboBox>("sGHDW").UserText(row["GHDW"]);
+    form_.Field<TextBox>("sFPH").UserText(row["FPH"]);
+    form_.Field<DateBox>("FPRQ").SetValue(row.Day("FPRQ", today_));
+    form_.Field<ComboBox>("lFKBZ").UserChoose(row["FKBZ"] == "1" ? 0 : 1);
+    form_.Field<ComboBox>("sYSR").UserText(row["YSR"]);
+    form_.Field<ComboBox>("sFHR").UserText(row["FHR"]);
   }
 
   void EnterLine(const ReceiptRow& row) {
     row_ = &row;
-    form_.picker.PM.UserText(row["YPBM"]);
-    if (form_.picker.ActiveCode() != row["YPBM"]) {
+    form_.Field<TextBox>("PM").UserText(row["YPBM"]);
+    auto& matches = form_.Field<Grid>("fpSpread2");
+    if (matches.Text(matches.ActiveRow(), 1) != row["YPBM"]) {
       throw Failure(failure::kInvalidCall, "期初入库单中的药品 " + row["YPBM"] + " 不在" + app_.KFMC + "的目录中。");
     }
-    form_.PickItem();
+    matches.UserDoubleClick(matches.ActiveRow(), 1);
     row_ = nullptr;
     if (!row["XQ"].empty()) return;
     int line = 1;
-    while (form_.fpSpread1.Text(line, receipt::kCode) != row["YPBM"]) ++line;
-    form_.fpSpread1.UserEdit(line, receipt::kExpiry, "");
+    while (lines_.Text(line, 1) != row["YPBM"]) ++line;
+    lines_.UserEdit(line, ColumnNamed(lines_, "效期"), "");
   }
 
   void Save() {
-    if (form_.fpSpread1.MaxRows() == 0) return;
-    form_.UserClick(form_.Command1);
-    if (form_.fpSpread1.MaxRows() > 0) throw Failure(failure::kInvalidCall, "期初入库单没有保存。");
+    if (lines_.MaxRows() == 0) return;
+    form_.UserClick(form_.Field<Button>("Command1"));
+    if (lines_.MaxRows() > 0) throw Failure(failure::kInvalidCall, "期初入库单没有保存。");
   }
 
   void Act() {
@@ -114,22 +114,22 @@ class OpeningClerk {
       desktop_.AnswerBox(question ? Answer::kYes : Answer::kOk);
       return;
     }
-    auto* dialog = app_.forms.FindAs<ek_RKXZ>();
+    Form* dialog = app_.forms.Find("ek_RKXZ");
     if (!dialog || !row_) throw Refused{"期初入库时出现了意外的窗口。"};
     FillDialog(*dialog, *row_);
   }
 
-  void FillDialog(ek_RKXZ& dialog, const ReceiptRow& row) {
-    const auto& units = dialog.DW.Items();
-    const auto unit = std::ranges::find(units, row["DW"]);
-    if (unit == units.end()) throw Refused{"药品 " + row["YPBM"] + " 没有单位“" + row["DW"] + "”。"};
-    dialog.DW.UserChoose(static_cast<int>(unit - units.begin()));
-    dialog.sngSL.UserText(row["SL"]);
-    dialog.PFJ.UserText(row["PFJ"]);
-    dialog.PLJ.UserText(row["PLJ"]);
-    dialog.sPH.UserText(row["PH"]);
-    if (!row["XQ"].empty()) dialog.lYXQ.SetValue(row.Day("XQ", today_));
-    dialog.UserClick(dialog.Command1);
+  void FillDialog(Form& dialog, const ReceiptRow& row) {
+    auto& unit = dialog.Field<ComboBox>("DW");
+    const auto found = std::ranges::find(unit.Items(), row["DW"]);
+    if (found == unit.Items().end()) throw Refused{"药品 " + row["YPBM"] + " 没有单位“" + row["DW"] + "”。"};
+    unit.UserChoose(static_cast<int>(found - unit.Items().begin()));
+    dialog.Field<TextBox>("sngSL").UserText(row["SL"]);
+    dialog.Field<TextBox>("PFJ").UserText(row["PFJ"]);
+    dialog.Field<TextBox>("PLJ").UserText(row["PLJ"]);
+    dialog.Field<TextBox>("sPH").UserText(row["PH"]);
+    if (!row["XQ"].empty()) dialog.Field<DateBox>("lYXQ").SetValue(row.Day("XQ", today_));
+    dialog.UserClick(dialog.Field<Button>("Command1"));
   }
 
   const DateTime today_;
@@ -137,7 +137,8 @@ class OpeningClerk {
   UntouchedDevices devices_;
   FixedClock clock_;
   AppContext app_;
-  ek_YK_RKMX& form_;
+  Form& form_;
+  Grid& lines_ = form_.Field<Grid>("fpSpread1");
   const ReceiptRow* row_ = nullptr;
 };
 

@@ -1,23 +1,33 @@
 #include "documents/entry_dialog.h"
 
-#include "util/number_text.h"
-
 namespace luming {
 
-void OfferUnits(ComboBox& list, const DrugRecord& drug) {
-  list.Clear();
-  list.AddItem(drug.DW);
-  if (drug.IsSplit()) list.AddItem(drug.ZXDW);
-  list.SetListIndex(0);
-  list.SetEnabled(drug.IsSplit());
+EntryDialog::EntryDialog(AppContext& app, LineGrid& lines, const char* name, const char* caption)
+    : Form(app.forms, name, caption, WindowKind::kDialog), app_(app), lines_(lines) {}
+
+void EntryDialog::Cancel() {
+  lines_.CancelLine();
+  Unload();
 }
 
-double NumberOrZero(std::string_view text) {
-  return IsNumeric(text) ? CDbl(text) : 0;
+bool EntryDialog::Refuse(const std::string& words, Control& field) {
+  app_.desktop.MsgBox({words, box::kWarning, "系统提示"});
+  field.SetFocus();
+  return false;
 }
 
-bool LargeUnitChosen(const ComboBox& list) {
-  return list.ListIndex() == 0;
+void EntryDialog::Start(TextBox& field) {
+  field.SetFocus();
+  field.SelectAll();
+}
+
+void EntryDialog::FormKeyDown(KeyEvent& event) {
+  if (event.code == key::kEsc) {
+    event.handled = true;
+    Cancel();
+  } else {
+    SendTab(*this, event.code);
+  }
 }
 
 }  // namespace luming

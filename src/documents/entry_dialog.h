@@ -1,51 +1,35 @@
 #pragma once
 
-#include <cstddef>
-#include <string_view>
+#include <string>
 
-#include "masterdata/drug_record.h"
-#include "screen/control.h"
+#include "frame/app_context.h"
+#include "screen/form.h"
+#include "stock/line_grid.h"
 
 namespace luming {
 
-/// Lengths that the fields of the documents are cut to on leaving, in bytes of the ANSI form.
-namespace limit {
-inline constexpr std::size_t kDocumentNumber = 50;
-inline constexpr std::size_t kInvoice = 50;
-inline constexpr std::size_t kPerson = 50;
-inline constexpr std::size_t kCompany = 100;
-inline constexpr std::size_t kBatch = 24;
-inline constexpr std::size_t kFigure = 12;
-inline constexpr std::size_t kWholesaleInvoice = 16;
-inline constexpr std::size_t kWholesaleChecker = 10;
-}  // namespace limit
+/// The dialog in which one line of a document is entered. It writes straight into the line's cells; a cancel by
+/// button, Esc or frame takes the line back. Enter walks it.
+class EntryDialog : public Form {
+ public:
+  int EditRow = 0;  ///< the line being entered; set by the screen before it shows the dialog
 
-/// @name Text boxes of the entry dialogs: all selected on entry, input method off
-/// @{
-inline TextOptions EntryBox(std::size_t cut, KeyFilter keys = KeyFilter::kAny) {
-  return {.cut = cut, .keys = keys, .ime = Ime::kOff, .select_on_focus = true};
-}
-inline TextOptions QuantityBox() {
-  return EntryBox(limit::kFigure, KeyFilter::kQuantity);
-}
-inline TextOptions PriceBox() {
-  return EntryBox(limit::kFigure, KeyFilter::kPrice);
-}
-/// @}
+ protected:
+  /// @param lines of the document; they outlive the dialog
+  EntryDialog(AppContext& app, LineGrid& lines, const char* name, const char* caption);
 
-/// A list of Chinese names that also takes free text.
-inline ComboOptions NameList(std::size_t cut) {
-  return {.cut = cut, .ime = Ime::kOperator};
-}
+  void Write(int column, std::string text) { lines_.SetText(EditRow, column, std::move(text)); }
+  void Cancel();
+  /// Tells what is wrong and goes back to the field. @return false
+  bool Refuse(const std::string& words, Control& field);
+  /// Goes to the field, its text selected for overtyping.
+  static void Start(TextBox& field);
 
-/// Fills a dialog's unit list and shows the large unit: that alone, and the list disabled, for a drug that is not
-/// split; else the large and the smallest unit.
-void OfferUnits(ComboBox& list, const DrugRecord& drug);
+  void ClosedByFrame() override { Cancel(); }
+  void FormKeyDown(KeyEvent& event) override;
 
-/// What a text counts as where nothing has tested it yet.
-double NumberOrZero(std::string_view text);
-
-/// Whether the list shows its first item.
-bool LargeUnitChosen(const ComboBox& list);
+  AppContext& app_;
+  LineGrid& lines_;
+};
 
 }  // namespace luming

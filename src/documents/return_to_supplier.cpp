@@ -1,16 +1,14 @@
-#include "documents/return_to_supplier.h"
+#include <string>
 
-#include "documents/document_lines.h"
+#include "documents/batch_choice.h"
+#include "documents/document_checks.h"
 #include "documents/entry_dialog.h"
-#include "documents/return_columns.h"
-#include "documents/return_entry.h"
+#include "documents/entry_fields.h"
+#include "documents/line_document.h"
+#include "documents/line_insert.h"
+#include "documents/screens.h"
 #include "frame/gateway.h"
-#include "masterdata/dictionary_lists.h"
-#include "output/grid_routines.h"
-#include "screen/messages.h"
-#include "stock/batch_stock.h"
 #include "stock/document_numbers.h"
-#include "stock/movement_log.h"
 #include "util/date_text.h"
 #include "util/number_text.h"
 #include "util/text.h"
@@ -19,104 +17,197 @@ namespace luming {
 
 namespace {
 
-/// A money cell as it is sent: two places, 0 when it is empty.
-std::string MoneySent(const std::string& cell) {
-  return cell.empty() ? "0" : FormatNumberText(cell, "0.00");
+namespace col {
+enum Column {
+  kCode = 1,
+  kName,
+  kSpecification,
+  kUnit,
+  kOrigin,
+  kQuantity,  ///< in large units
+  kPurchasePrice,
+  kAmount,
+  kBatch,
+  kExpiry,
+  kRatio,
+};
+}  // namespace col
+
+// clang-format off
+constexpr LineColumn kColumns[] = {
+  // column              caption     from the match           saved as
+  {col::kCode,           "编码",     {},                      "YPBM", sent::Text},
+  {col::kName,           "品名",     {match::kName},          "YPMC", sent::Text},
+  {col::kSpecification,  "规格",     {match::kSpecification}, "GG",   sent::Text},
+  {col::kUnit,           "单位",     {match::kLargeUnit},     "DW",   sent::Text},
+  {col::kOrigin,         "产地",     {match::kOrigin},        "CD",   sent::Text},
+  {col::kQuantity,       "退库数量", {},                      "TKSL", sent::FigureOr0},
+  {col::kPurchasePrice,  "进货价格", {match::kPurchase},      "PFJ",  sent::Money},
+  {col::kAmount,         "进货金额", {},                      "JE",   sent::Money},
+  {col::kBatch,          "批号",     {},                      "PH",   sent::Text},
+  {col::kExpiry,         "效期",     {},                      "XQ",   sent::DayOrNull},
+  {col::kRatio,          "拆零比",   {match::kRatio},         "CLB",  sent::Ratio},
+};
+// clang-format on
+static_assert(InOrder(kColumns));
+
+constexpr LineInsert kInsert("Insert into YK_TYDJMX(TYDH,YPBM,YPMC,GG,DW,CD,TKSL,PFJ,JE,PH,XQ,CLB) Values(", kColumns,
+                             {"TYDH"});
+
+constexpr MovedColumns kMoved = {col::kUnit, col::kQuantity, col::kBatch, col::kExpiry, col::kRatio};
+
+const StockMove kMove = {.in = false,
+                         .kind = "退药到供货商",
+                         .reference = "退药单号：",
+                         .update = "Update YF_YPML Set ",
+                         .counter = "YKKCL",
+                         .batches = BatchEffect::kConsumed};
+
+/// Entry dialog of the return to a supplier: quantity, always in the large unit, and batch of one line.
+class Frm_YKTYCheck : public EntryDialog {
+ public:
+  static constexpr const char* kName = "Frm_YKTYCheck";
+  Frm_YKTYCheck(AppContext& app, LineGrid& lines) : EntryDialog(app, lines, kName, "请您输入(回车继续)") {}
+
+  Label PM{this, "PM"};
+  Label GG{this, "GG"};
+  Label DW{this, "DW"};
+  Label LSJ{this, "LSJ"};
+  TextBox TYSL{this, "TYSL", "退药数量", QuantityBox()};
+  BatchChoice batch{this, app_, {.first_price = "￥0.0000", .chosen_price = "0.00"}};
+  Button Command1{this, "Command1", "确定(&Y)", &Frm_YKTYCheck::Command1_Click};
+  Button Command2{this, "Command2", "取消(&C)", &Frm_YKTYCheck::Cancel, ButtonRole::kCancel};
+
+  Layout Arrange() const override {
+    return Column({
+        Fields(1, {Layout(PM).Titled("品  名"), Layout(GG).Titled("规  格")}),
+        Fields(2, {Layout(DW).Titled("单  位"), Layout(LSJ).Titled("零售价"), TYSL, batch.PH,
+                   Layout(batch.XQ).Titled("效  期"), Layout(batch.PFJ).Titled("进  价")}),
+        Row({Space(), Command1, Command2}),
+    });
+  }
+
+ protected:
+  void Load() override {
+    Trapped(app_, [this] {
+      const std::string code = lines_.Text(EditRow, col::kCode);
+      ShowDrug(code);
+      batch.Offer(code);
+    });
+  }
+  void Activated() override { Start(TYSL); }
+
+ private:
+  void ShowDrug(const std::string& code) {
+    Recordset drug;
+    OpenRs(app_, drug, "Select YPMC,GG,DW,LSJ,PFJ,CLB,YKKCL From YF_YPML Where YPBM Like" + Quoted(code, "编码"));
+    if (!drug.Eof()) {
+      PM.SetCaption(drug.Field("YPMC").TextOrEmpty());
+      GG.SetCaption(drug.Field("GG").TextOrEmpty());
+      DW.SetCaption(drug.Field("DW").TextOrEmpty());
+      LSJ.SetCaption(drug.Field("LSJ").Format("0.0000"));
+      YKKCL_ = drug.Field("YKKCL").NumberOr(0);
+    }
+    CloseRs(drug);
+  }
+
+  /// Large units are held against smallest ones on purpose: the dialog stops slips of the hand, not every overdraft.
+  bool CheckQuantity() {
+    if (TYSL.Text().empty()) return Refuse("退药数量不能为空", TYSL);
+    if (CDbl(TYSL.Text()) == 0) return Refuse("退药数量不能为0", TYSL);
+    return CDbl(TYSL.Text()) <= YKKCL_ || Refuse("你输入的数量已超过最大的库存量！", TYSL);
+  }
+
+  void Command1_Click() {
+    Trapped(app_, [this] {
+      if (!CheckQuantity()) return;
+      Write(col::kQuantity, TYSL.Text());
+      Write(col::kAmount, FormatNumber(CDbl(TYSL.Text()) * NumberOrZero(batch.PFJ.Caption()), "0.00"));
+      Write(col::kBatch, batch.PH.Text());
+      if (IsDate(batch.XQ.Caption())) Write(col::kExpiry, batch.XQ.Caption());
+      Unload();
+    });
+  }
+
+  double YKKCL_ = 0;  ///< the drug's stock in smallest units
+};
+
+}  // namespace
+
+/// 药库退药: goods go back from the storehouse to their supplier.
+class Frm_YKTY : public LineDocument {
+ public:
+  static constexpr const char* kName = "Frm_YKTY";
+  explicit Frm_YKTY(AppContext& app);
+
+  TextBox sRKDH{this, "sRKDH", "单号", {.cut = limit::kDocumentNumber, .ime = Ime::kOff}};
+  DateBox RQ{this, "RQ", "日期"};
+  ComboBox sGHDW{this, "sGHDW", "供货单位", NameList(limit::kCompany)};
+  ComboBox ZDR{this, "ZDR", "制单人", NameList(limit::kPerson)};
+  ComboBox sFHR{this, "sFHR", "复核人", NameList(limit::kPerson)};
+  TextBox BZ{this, "BZ", "备注："};
+  Button Command1{this, "Command1", "退药(&T)", &Frm_YKTY::Command1_Click};
+
+  Layout Arrange() const override {
+    return Arranged(Group("退药单", Fields(3, {sRKDH, RQ, sGHDW, ZDR, sFHR, BZ})), {Command1});
+  }
+
+  /// Saves head, lines, counters, batches and log in one transaction; the screen keeps everything after a failure.
+  void Save_YKTY();
+
+ protected:
+  std::vector<DictionaryList> Lists() override { return {{"YP_FHR", &sFHR}, {"GHDW", &sGHDW}}; }
+  void ShowNumber() override;
+  void EnterLine(int row) override;
+
+ private:
+  bool CheckTY();
+  void Command1_Click();
+  std::string NextNumber() { return NextDocNo(app_, "TYDH", "YK_TYDJ", "TYRQ"); }
+  Statement HeadInsert(const std::string& number) const;
+};
+
+namespace {
+
+const DocumentKind& ThisDocument() {
+  static const DocumentKind kind = {.name = Frm_YKTY::kName,
+                                    .caption = "药库退药",
+                                    .right = nullptr,
+                                    .lists = "select * from CS",
+                                    .picker = PickerSettingsOf(Frm_YKTY::kName),
+                                    .columns = kColumns,
+                                    .habits = kLineHabits.return_to_supplier};
+  return kind;
 }
 
 }  // namespace
 
-/// A line as its statements need it: texts as they are sent, figures as they are reckoned with.
-struct ReturnLine {
-  std::string YPBM, YPMC, GG, DW, CD, TKSL, PFJ, JE, PH, XQ, CLB;
-  double quantity = 0;
-  std::int16_t ratio = 1;
+Frm_YKTY::Frm_YKTY(AppContext& app) : LineDocument(app, ThisDocument()) {}
 
-  double SmallestUnits() const { return quantity * ratio; }
-};
-
-Frm_YKTY::Frm_YKTY(AppContext& app)
-    : Form(app.forms, kName, "药库退药", WindowKind::kChild),
-      sRKDH(this, "sRKDH", "单号", {.cut = limit::kDocumentNumber, .ime = Ime::kOff}),
-      sGHDW(this, "sGHDW", "供货单位", NameList(limit::kCompany)),
-      ZDR(this, "ZDR", "制单人", NameList(limit::kPerson)),
-      sFHR(this, "sFHR", "复核人", NameList(limit::kPerson)),
-      picker(this, app, PickerSettingsOf(kName)),
-      fpSpread1(this, app, LineGridSettingsOf(kName)),
-      app_(app) {
-  picker.picked.Connect(this, &Frm_YKTY::Picker_Picked);
-}
-
-Layout Frm_YKTY::Arrange() const {
-  return Column({
-      Group("退药单", Fields(3, {sRKDH, RQ, sGHDW, ZDR, sFHR, BZ})),
-      SplitDown({picker.Arrange().Stretch(2), Layout(fpSpread1).Stretch(3)}),
-      Row({Command1, Command4, Space(), Command3}),
-  });
-}
-
-void Frm_YKTY::Load() {
-  picker.Load();
-  GridInit(fpSpread1);
-  try {
-    LoadCombos(app_, "select * from CS", {{"YP_FHR", &sFHR}, {"GHDW", &sGHDW}});
-  } catch (const Failure& failure) {
-    ShowDbError(app_, failure);
-  }
+void Frm_YKTY::ShowNumber() {
   ZDR.SetText(app_.CurUser.GetUserName);
   sRKDH.SetText(NextNumber());
 }
 
-std::string Frm_YKTY::NextNumber() {
-  return NextDocNo(app_, "TYDH", "YK_TYDJ", "TYRQ");
-}
-
-void Frm_YKTY::PickItem() {
-  try {
-    const int row = fpSpread1.StartLine(picker);
-    if (row == 0) return;
-    FillLine(row);
-    auto& dialog = app_.forms.Get<Frm_YKTYCheck>(app_);
-    dialog.lines = &fpSpread1;
-    dialog.EditRow = row;
-    dialog.ShowModal();
-    fpSpread1.FinishLine(picker);
-  } catch (const Failure& failure) {
-    ShowDbError(app_, failure);
-  }
-}
-
-void Frm_YKTY::FillLine(int row) {
-  const Grid& matches = picker.Results();
-  const auto take = [&](int column, int from) {
-    fpSpread1.SetText(row, column, matches.Text(matches.ActiveRow(), from));
-  };
-  take(supplier_return::kName, match::kName);
-  take(supplier_return::kSpecification, match::kSpecification);
-  take(supplier_return::kUnit, match::kLargeUnit);
-  take(supplier_return::kOrigin, match::kOrigin);
-  take(supplier_return::kPurchasePrice, match::kPurchase);
-  take(supplier_return::kRatio, match::kRatio);
+void Frm_YKTY::EnterLine(int row) {
+  auto& dialog = app_.forms.Get<Frm_YKTYCheck>(app_, fpSpread1);
+  dialog.EditRow = row;
+  dialog.ShowModal();
 }
 
 bool Frm_YKTY::CheckTY() {
   constexpr int kIndent = 6;
   NumberedMessages messages(kIndent);
-  if (Trim(sGHDW.Text()).empty()) messages.Add(" 供货单位不能为空!", sGHDW);
-  if (Trim(sFHR.Text()).empty()) messages.Add(" 复核人不能为空!", sFHR);
+  messages.Demand(sGHDW, " 供货单位不能为空!");
+  messages.Demand(sFHR, " 复核人不能为空!");
   if (fpSpread1.MaxRows() == 0) messages.Add(" 项目明细不能为空!", picker.PM);
   return messages.Pass(app_.desktop);
 }
 
 void Frm_YKTY::Command1_Click() {
-  if (!CheckTY() || !ConfirmSave(app_.desktop, fpSpread1)) return;
-  try {
-    // The number shown may well stand on a document by now: the save takes its own.
-    GetField(app_, "YK_TYDJ", "TYDH", Trim(sRKDH.Text()));
-  } catch (const Failure& failure) {
-    ShowDbError(app_, failure);
-    return;
-  }
+  if (!CheckTY() || !ConfirmSave(app_.desktop) || !HasLines(app_.desktop, fpSpread1)) return;
+  // The number shown may well stand on a document by now: the save takes its own.
+  if (!Trapped(app_, [this] { GetField(app_, "YK_TYDJ", "TYDH", Trim(sRKDH.Text())); })) return;
   fpSpread1.RemoveTotal();
   Save_YKTY();
 }
@@ -124,11 +215,10 @@ void Frm_YKTY::Command1_Click() {
 void Frm_YKTY::Save_YKTY() {
   const bool saved = InTransaction(app_, [this] {
     const std::string number = NextNumber();
-    InsertHead(number);
+    app_.Cn->Execute(HeadInsert(number));
     for (int row = 1; row <= fpSpread1.MaxRows(); ++row) {
-      const ReturnLine line = ReadLine(row);
-      InsertLine(number, line);
-      ReturnGoods(number, line);
+      app_.Cn->Execute(kInsert(fpSpread1, row, {Quoted(number, "单号")}));
+      MoveStock(app_, kMove, Moved(row, kMoved), number);
     }
   });
   if (!saved) return;
@@ -138,55 +228,15 @@ void Frm_YKTY::Save_YKTY() {
   app_.desktop.MsgBox({"退药成功!", box::kInformation, "信息"});
 }
 
-void Frm_YKTY::InsertHead(const std::string& number) {
-  app_.Cn->Execute("Insert Into YK_TYDJ (KFMC,TYDH,TYRQ,ZDR,FHR,GHDW,BZ)Values('" + app_.KFMC + "','" + number + "','" +
-                   FormatDate(RQ.Value(), "yyyy-mm-dd") + "','" + ZDR.Text() + "','" + sFHR.Text() + "','" +
-                   sGHDW.Text() + "','" + BZ.Text() + "')");
+Statement Frm_YKTY::HeadInsert(const std::string& number) const {
+  return Statement("Insert Into YK_TYDJ (KFMC,TYDH,TYRQ,ZDR,FHR,GHDW,BZ)Values(") + Quoted(app_.KFMC, "库房") + "," +
+         Quoted(number, "单号") + "," + Quoted(FormatDate(RQ.Value(), "yyyy-mm-dd")) + "," +
+         Quoted(ZDR.Text(), "制单人") + "," + Quoted(sFHR.Text(), "复核人") + "," + Quoted(sGHDW.Text(), "供货单位") +
+         "," + Quoted(BZ.Text(), "备注") + ")";
 }
 
-ReturnLine Frm_YKTY::ReadLine(int row) const {
-  const auto cell = [&](int column) { return fpSpread1.Text(row, column); };
-  ReturnLine line;
-  line.YPBM = cell(supplier_return::kCode);
-  line.YPMC = cell(supplier_return::kName);
-  line.GG = cell(supplier_return::kSpecification);
-  line.DW = cell(supplier_return::kUnit);
-  line.CD = cell(supplier_return::kOrigin);
-  line.TKSL = cell(supplier_return::kQuantity);
-  if (line.TKSL.empty()) line.TKSL = "0";
-  line.PFJ = MoneySent(cell(supplier_return::kPurchasePrice));
-  line.JE = MoneySent(cell(supplier_return::kAmount));
-  line.PH = cell(supplier_return::kBatch);
-  line.XQ = ExpirySent(cell(supplier_return::kExpiry));
-  line.quantity = CDbl(line.TKSL);
-  // A drug that was never given a ratio is counted as it is handed out.
-  const std::string ratio = cell(supplier_return::kRatio);
-  line.ratio = ratio.empty() ? std::int16_t{1} : CInt(ratio);
-  line.CLB = std::to_string(line.ratio);
-  return line;
-}
-
-void Frm_YKTY::InsertLine(const std::string& number, const ReturnLine& line) {
-  app_.Cn->Execute("Insert into YK_TYDJMX(TYDH,YPBM,YPMC,GG,DW,CD,TKSL,PFJ,JE,PH,XQ,CLB) Values('" + number + "','" +
-                   line.YPBM + "','" + line.YPMC + "','" + line.GG + "','" + line.DW + "','" + line.CD + "'," +
-                   line.TKSL + "," + line.PFJ + "," + line.JE + ",'" + line.PH + "'," + line.XQ + "," + line.CLB + ")");
-}
-
-/// The stock's three faces.
-void Frm_YKTY::ReturnGoods(const std::string& number, const ReturnLine& line) {
-  const double returned = line.SmallestUnits();
-  app_.Cn->Execute("Update YF_YPML Set YKKCL=YKKCL" + Less(returned) + " Where YPBM Like'" + line.YPBM + "'");
-  AddMoveLog(app_, {.YPBM = line.YPBM,
-                    .SL = line.quantity,
-                    .CLB = line.ratio,
-                    .KCL = returned,
-                    .DW = line.DW,
-                    .in = false,
-                    .MS = "退药到供货商",
-                    .RQ = DateText(app_.clock.Now()),
-                    .KFBM = app_.KFMC,
-                    .BZ = "退药单号：" + number});
-  ConsumeBatch(app_, line.YPBM, returned, line.PH);
+Form& TheReturnToSupplier(AppContext& app) {
+  return app.forms.Get<Frm_YKTY>(app);
 }
 
 }  // namespace luming

@@ -14,8 +14,7 @@ const Command* CommandTable::Find(int id) const {
 Command Behind(const std::string& key, Command command) {
   if (!command.action) return command;
   command.action = [key, open = std::move(command.action)](AppContext& app) {
-    const OperatorRight* right = FindRight(key);
-    if (right && app.CurUser.*right->flag) {
+    if (HasRight(app, key)) {
       open(app);
     } else {
       CheckRight(app, key);

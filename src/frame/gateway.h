@@ -37,6 +37,18 @@ bool ExceedsWarehouseStock(AppContext& app, std::string_view drug_code, double q
 /// The common error box: number, description, source.
 void ShowDbError(AppContext& app, const Failure& failure);
 
+/// Runs `work`; a Failure is shown in the common box. @return whether it ran through
+template <class Work>
+bool Trapped(AppContext& app, Work&& work) {
+  try {
+    work();
+    return true;
+  } catch (const Failure& failure) {
+    ShowDbError(app, failure);
+    return false;
+  }
+}
+
 /// A save: opens `Cn` if it is not open, begins, runs `work`, commits. On Failure rolls back, shows the common box and
 /// reports false.
 bool InTransaction(AppContext& app, const std::function<void()>& work);

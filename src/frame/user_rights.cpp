@@ -41,6 +41,11 @@ const OperatorRight* FindRight(std::string_view key) {
   return found == kRights.end() ? nullptr : &*found;
 }
 
+bool HasRight(const AppContext& app, std::string_view key) {
+  const OperatorRight* right = FindRight(key);
+  return right && app.CurUser.*right->flag;
+}
+
 void CheckRight(AppContext& app, const std::string& key) {
   try {
     Recordset rs = app.Cn->Execute("Select MoudelName From Qx_Temp Where MoudelKey='" + key + "'");

@@ -64,6 +64,9 @@ std::span<const OperatorRight> AllRights();
 /// The right of that key, compared exactly; null when there is none.
 const OperatorRight* FindRight(std::string_view key);
 
+/// Whether the operator has the right of that key, one of AllRights().
+bool HasRight(const AppContext& app, std::string_view key);
+
 /// Shows the refusal for a right that the caller has found missing. Tests nothing itself.
 /// @param key of the right; one that is unknown, or empty, gives the general wording
 void CheckRight(AppContext& app, const std::string& key);

@@ -7,6 +7,7 @@
 
 #include "screen/control.h"
 #include "screen/layout.h"
+#include "util/failure.h"
 
 namespace luming {
 
@@ -80,6 +81,14 @@ class Form {
   // Controls register themselves; this is their order of declaration.
   const std::vector<Control*>& Controls() const { return controls_; }
   Control* Find(std::string_view name) const;  ///< by name, without regard to case; null when there is none
+  /// The field of that name, for whoever drives a screen without knowing its class. Failure where there is none of that
+  /// kind.
+  template <class Kind>
+  Kind& Field(std::string_view name) const {
+    auto* field = dynamic_cast<Kind*>(Find(name));
+    if (!field) throw StandardFailure(failure::kNoSuchField);
+    return *field;
+  }
   Control* ActiveControl() const { return active_; }
   void SetActiveControl(Control* control);  ///< leaves the old one, enters the new one
   /// Next control that Tab stops at; wraps. Null when there is none.

@@ -5,6 +5,7 @@
 
 #include "platform/desktop.h"
 #include "screen/control.h"
+#include "util/text.h"
 
 namespace luming {
 
@@ -17,6 +18,11 @@ class NumberedMessages {
   /// Adds a message and moves the focus to the field it is about.
   void Add(std::string_view text, Control& field);
   void Add(std::string_view text);
+  /// Adds the message when the field's text is empty but for blanks.
+  template <class Field>
+  void Demand(Field& field, std::string_view text) {
+    if (Trim(field.Text()).empty()) Add(text, field);
+  }
   bool Empty() const { return count_ == 0; }
 
   /// Shows "系统提示您:", two line ends and the list in a stop box titled "提示" when there is anything to tell.

@@ -11,7 +11,7 @@
 namespace luming {
 namespace {
 
-std::string Quoted(std::string_view text) {
+std::string InQuotes(std::string_view text) {
   std::string shown = Replace(WithPlainLineEnds(text), "\\", "\\\\");
   shown = Replace(Replace(Replace(shown, "\"", "\\\""), "\n", "\\n"), "\t", "\\t");
   return "\"" + shown + "\"";
@@ -76,7 +76,7 @@ std::string ValueInForm(const Control& control) {
 void ScriptDriver::Compare(std::string_view wanted, std::string_view found) {
   if (WithPlainLineEnds(wanted) == WithPlainLineEnds(found)) return;
   ++failed_;
-  Report(line_, "wanted " + Quoted(wanted) + ", found " + Quoted(found));
+  Report(line_, "wanted " + InQuotes(wanted) + ", found " + InQuotes(found));
 }
 
 void ScriptDriver::ExpectValue(const ScriptStep& step) {

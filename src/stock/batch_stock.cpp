@@ -1,6 +1,7 @@
 #include "stock/batch_stock.h"
 
 #include "frame/gateway.h"
+#include "platform/statement.h"
 #include "util/number_text.h"
 
 namespace luming {
@@ -82,29 +83,12 @@ class BatchDraw {
 
 }  // namespace
 
-std::string Less(double quantity) {
-  return quantity < 0 ? "-(" + NumberText(quantity) + ")" : "-" + NumberText(quantity);
-}
-
 void ConsumeBatch(AppContext& app, const std::string& YPBM, double quantity, const std::string& PH) {
   try {
     if (!app.Cn) throw StandardFailure(failure::kBadConnection);
     BatchDraw(*app.Cn, YPBM, quantity).Draw(PH);
   } catch (const Failure& failure) {
     ShowDbError(app, failure);
-  }
-}
-
-void AddToBatch(AppContext& app, const BatchReceipt& receipt, const std::string& insert_words) {
-  Recordset found;
-  OpenRs(app, found, "Select id From YK_CurryPH Where YPBM Like'" + receipt.YPBM + "' And PH Like'" + receipt.PH + "'");
-  const std::string quantity = NumberText(receipt.SL);
-  if (found.RecordCount() < 1) {
-    app.Cn->Execute(insert_words + " YK_CurryPH(RKDH,YPBM,PH,XQ,SL,PFJ,PLJ,RKRQ)Values('" + receipt.RKDH + "','" +
-                    receipt.YPBM + "','" + receipt.PH + "'," + receipt.XQ + "," + quantity + "," + receipt.PFJ + "," +
-                    receipt.PLJ + ",'" + receipt.today + "')");
-  } else {
-    app.Cn->Execute("Update YK_CurryPH SET SL=SL+" + quantity + " Where ID=" + found.Field("ID").Text());
   }
 }
 

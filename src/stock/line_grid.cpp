@@ -1,36 +1,19 @@
 #include "stock/line_grid.h"
 
 #include <algorithm>
-#include <vector>
+#include <utility>
 
 #include "frame/gateway.h"
 #include "output/grid_routines.h"
-#include "stock/stock_column.h"
 
 namespace luming {
-
-namespace {
-
-std::vector<GridColumn> GridColumns(const LineGridSettings& settings) {
-  std::vector<GridColumn> columns;
-  for (const char* caption : settings.captions) {
-    const int number = static_cast<int>(columns.size()) + 1;
-    GridColumn column = StockColumn(caption);
-    column.locked = std::ranges::find(settings.typed, number) == settings.typed.end();
-    columns.push_back(std::move(column));
-  }
-  for (int i = 0; i < settings.hidden_columns; ++i) columns.push_back(GridColumn::Hidden());
-  return columns;
-}
-
-}  // namespace
 
 Box StandsAlready(const std::string& name, int row) {
   return {"收费项目< " + name + " >在第" + std::to_string(row) + "行已存在!", box::kInformation, "错误"};
 }
 
-LineGrid::LineGrid(Form* form, AppContext& app, const LineGridSettings& settings)
-    : Grid(form, "fpSpread1", GridColumns(settings)), app_(app), settings_(settings) {}
+LineGrid::LineGrid(Form* form, AppContext& app, std::vector<GridColumn> columns, const LineHabits& habits)
+    : Grid(form, "fpSpread1", std::move(columns)), app_(app), habits_(habits) {}
 
 void LineGrid::NewGridRow() {
   SetMaxRows(MaxRows() + 1);
@@ -53,7 +36,7 @@ int LineGrid::StartLine(const ItemPicker& picker) {
   if (code.empty()) return 0;
   bool duplicate = false;
   CheckDupItem(code, duplicate);
-  if (duplicate && settings_.duplicates == Duplicates::kRefused) return 0;
+  if (duplicate && habits_.duplicates == Duplicates::kRefused) return 0;
   NewGridRow();
   SetText(MaxRows(), 1, code);
   return MaxRows();
@@ -62,7 +45,7 @@ int LineGrid::StartLine(const ItemPicker& picker) {
 void LineGrid::FinishLine(ItemPicker& picker) {
   constexpr int kInView = 5;
   picker.AwaitNext();
-  if (settings_.scroll == ScrollTo::kLastRow) {
+  if (habits_.scroll == ScrollTo::kLastRow) {
     SetTopRow(MaxRows());
   } else if (MaxRows() >= kInView) {
     SetTopRow(std::max(1, MaxRows() - kInView));
@@ -79,21 +62,21 @@ void LineGrid::RemoveTotal() {
 }
 
 void LineGrid::AddTotal() {
-  if (!settings_.summed.empty()) GridSumRow(*this, 1, settings_.summed);
+  if (!habits_.summed.empty()) GridSumRow(*this, 1, habits_.summed);
 }
 
 void LineGrid::DeleteChosenRow() {
   GridDelRow(*this, ActiveRow());
-  switch (settings_.after_delete) {
+  switch (habits_.after_delete) {
     case AfterDelete::kNothing:
       break;
     case AfterDelete::kSumThenRemoveTotals:
-      GridSumRow(*this, 1, settings_.resummed);
+      GridSumRow(*this, 1, habits_.resummed);
       RemoveTotal();
       break;
     case AfterDelete::kRemoveTotalsThenSum:
       RemoveTotal();
-      GridSumRow(*this, 1, settings_.resummed);
+      GridSumRow(*this, 1, habits_.resummed);
       break;
   }
 }
@@ -135,7 +118,7 @@ void LineGrid::LoadParked() {
 }
 
 std::filesystem::path LineGrid::TempSaveFile() const {
-  return app_.AppPath / (app_.KFMC + settings_.parked_file);
+  return app_.AppPath / (app_.KFMC + habits_.parked_file);
 }
 
 }  // namespace luming

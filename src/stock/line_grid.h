@@ -2,13 +2,35 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "frame/app_context.h"
 #include "screen/grid.h"
 #include "stock/item_picker.h"
-#include "stock/line_table.h"
 
 namespace luming {
+
+/// What the delete button of a document does about the total row once the line is gone.
+enum class AfterDelete {
+  kNothing,
+  kSumThenRemoveTotals,  ///< leaves no total until the next line is picked
+  kRemoveTotalsThenSum,  ///< leaves a fresh total
+};
+
+/// Where the line grid scrolls to after a line was added.
+enum class ScrollTo { kLastFive, kLastRow };
+
+enum class Duplicates { kRefused, kReportedOnly };
+
+/// What one document's line grid does in its own way. Columns are numbered from 1.
+struct LineHabits {
+  std::vector<int> summed;    ///< columns of the total row after a line was picked; empty: no total row
+  std::vector<int> resummed;  ///< columns of the total row after a deletion
+  AfterDelete after_delete;
+  ScrollTo scroll;
+  Duplicates duplicates;
+  const char* parked_file;  ///< name behind the storehouse's; null: the document cannot be parked
+};
 
 /// What an operator is told who enters a name a second time. @param row where it stands
 Box StandsAlready(const std::string& name, int row);
@@ -17,7 +39,8 @@ Box StandsAlready(const std::string& name, int row);
 /// name, and the last row may be the total, which every routine that reads the lines removes first.
 class LineGrid : public Grid {
  public:
-  LineGrid(Form* form, AppContext& app, const LineGridSettings& settings);
+  /// @param habits outlive the grid
+  LineGrid(Form* form, AppContext& app, std::vector<GridColumn> columns, const LineHabits& habits);
 
   /// Appends an empty line and makes its first cell the active one.
   void NewGridRow();
@@ -49,7 +72,7 @@ class LineGrid : public Grid {
   void Tell(const std::string& text, int icon);
 
   AppContext& app_;
-  const LineGridSettings& settings_;
+  const LineHabits& habits_;
 };
 
 }  // namespace luming

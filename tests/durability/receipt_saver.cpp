@@ -32,7 +32,7 @@ void SaveReceipts(const std::filesystem::path& home, int seed) {
     const int lines = 1 + (seed + i) * 7 % kMostLines;
     const std::string words = std::to_string(lines);
     desk.Write(desk.LinesOf(i, lines, "P" + std::to_string((seed + i) % 50)), words);
-    Tell("begin " + desk.screen().sRKDH.Text() + " " + words);
+    Tell("begin " + desk.NextNumber() + " " + words);
     if (!desk.Save()) return;
     Tell("saved");
   }

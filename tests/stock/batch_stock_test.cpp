@@ -96,23 +96,5 @@ TEST_F(BatchStockTest, AFailureIsShownAndKept) {
   EXPECT_EQ(desktop.TakeBox().title, "系统提示");
 }
 
-TEST_F(BatchStockTest, AddingCreatesABatchOnceAndThenOnlyRaisesIt) {
-  AddToBatch(app, {"202603010001", "100001", "A1", "'2027-01-31'", 20, "12", "13.000", "2026-03-01"});
-  AddToBatch(app, {"202603010002", "100001", "A1", "Null", 2.5, "99", "99", "2026-04-01"});
-  AddToBatch(app, {"202603010002", "100001", "A2", "Null", 1, "1", "2", "2026-03-01"});
-  EXPECT_EQ(Query("Select RKDH,PH,XQ,SL,PFJ,PLJ,RKRQ From YK_CurryPH Order by ID"),
-            "202603010001\tA1\t2027/1/31\t22.5\t12\t13\t2026/3/1\n"
-            "202603010002\tA2\tNULL\t1\t1\t2\t2026/3/1");
-}
-
-TEST_F(BatchStockTest, AddingFailsIntoTheCallersTrap) {
-  Run("Drop Table YK_CurryPH");
-  EXPECT_EQ(FailureOf([&] {
-              AddToBatch(app, {"1", "100001", "A1", "Null", 1, "0", "0", "2026-03-01"});
-            }),
-            failure::kClosedObject);
-  EXPECT_EQ(desktop.boxes.size(), 1U) << "the look-up tells what happened";
-}
-
 }  // namespace
 }  // namespace luming

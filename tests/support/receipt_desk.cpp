@@ -1,6 +1,6 @@
 #include "support/receipt_desk.h"
 
-#include "documents/receipt_columns.h"
+#include "documents/screens.h"
 
 namespace luming {
 
@@ -9,7 +9,7 @@ ReceiptDesk::ReceiptDesk(const std::filesystem::path& home, std::shared_ptr<Conn
       handler_(app_.forms),
       screen_(OpenScreen(std::move(connection))) {}
 
-ek_YK_RKMX& ReceiptDesk::OpenScreen(std::shared_ptr<Connection> connection) {
+Form& ReceiptDesk::OpenScreen(std::shared_ptr<Connection> connection) {
   desktop_.pump = [this] {
     const Box* box = desktop_.OpenBox();
     if (!box) throw HeadlessStuck{};
@@ -19,7 +19,7 @@ ek_YK_RKMX& ReceiptDesk::OpenScreen(std::shared_ptr<Connection> connection) {
   app_.KFMC = "西药库";
   app_.CurUser.GetUserName = "管理员";
   app_.CurUser.YPGL_YKJYLR = true;
-  auto& screen = app_.forms.Get<ek_YK_RKMX>(app_);
+  Form& screen = TheReceipt(app_);
   screen.EnsureLoaded();
   return screen;
 }
@@ -45,23 +45,23 @@ std::vector<ReceiptDesk::Line> ReceiptDesk::LinesOf(int first, int count, const 
 }
 
 void ReceiptDesk::Write(const std::vector<Line>& lines, const std::string& invoice) {
-  screen_.sGHDW.SetText("云泊医药有限公司");
-  screen_.sYSR.SetText("方立群");
-  screen_.sFHR.SetText("吕静仪");
-  screen_.sFPH.SetText(invoice);
-  screen_.fpSpread1.SetMaxRows(static_cast<int>(lines.size()));
+  screen_.Field<ComboBox>("sGHDW").SetText("云泊医药有限公司");
+  screen_.Field<ComboBox>("sYSR").SetText("方立群");
+  screen_.Field<ComboBox>("sFHR").SetText("吕静仪");
+  screen_.Field<TextBox>("sFPH").SetText(invoice);
+  lines_.SetMaxRows(static_cast<int>(lines.size()));
   int row = 0;
   for (const Line& line : lines) {
     ++row;
     for (std::size_t column = 0; column < kColumns; ++column) {
-      screen_.fpSpread1.SetText(row, static_cast<int>(column) + 1, line[column]);
+      lines_.SetText(row, static_cast<int>(column) + 1, line[column]);
     }
   }
 }
 
 bool ReceiptDesk::Save() {
-  screen_.UserClick(screen_.Command1);
-  return screen_.fpSpread1.MaxRows() == 0;
+  screen_.UserClick(screen_.Field<Button>("Command1"));
+  return lines_.MaxRows() == 0;
 }
 
 }  // namespace luming

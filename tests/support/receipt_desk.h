@@ -6,11 +6,11 @@
 #include <string>
 #include <vector>
 
-#include "documents/receipt.h"
 #include "frame/app_context.h"
 #include "frame/command_table.h"
 #include "script/headless_desktop.h"
 #include "support/app_test.h"
+#include "support/document_columns.h"
 #include "support/fake_output.h"
 #include "util/clock.h"
 
@@ -33,11 +33,11 @@ class ReceiptDesk {
   void Write(const std::vector<Line>& lines, const std::string& invoice);
   /// Saves by the screen's button. False when the screen kept its lines.
   bool Save();
-
-  ek_YK_RKMX& screen() { return screen_; }
+  /// That the next receipt would get.
+  std::string NextNumber() const { return screen_.Field<TextBox>("sRKDH").Text(); }
 
  private:
-  ek_YK_RKMX& OpenScreen(std::shared_ptr<Connection> connection);
+  Form& OpenScreen(std::shared_ptr<Connection> connection);
 
   HeadlessDesktop desktop_;
   FakeDevices devices_;
@@ -46,7 +46,8 @@ class ReceiptDesk {
   CommandTable commands_;
   AppContext app_;
   Forms::HandlerScope handler_;
-  ek_YK_RKMX& screen_;
+  Form& screen_;
+  Grid& lines_ = screen_.Field<Grid>("fpSpread1");
   std::vector<Line> drugs_;  ///< a line of each drug, without batch
 };
 

@@ -7,8 +7,7 @@
 #include <string>
 
 #include "app/composition.h"
-#include "documents/return_columns.h"
-#include "documents/return_to_supplier.h"
+#include "documents/screens.h"
 #include "support/receipt_desk.h"
 
 using namespace luming;
@@ -32,18 +31,19 @@ class ReturnDesk {
     app_.Cn = std::move(connection);
     app_.KFMC = "西药库";
     app_.CurUser.GetUserName = "管理员";
-    screen_ = &app_.forms.Get<Frm_YKTY>(app_);
+    screen_ = &TheReturnToSupplier(app_);
     screen_->EnsureLoaded();
   }
 
   void Write(const std::vector<ReceiptDesk::Line>& lines) {
-    screen_->sGHDW.SetText("云泊医药有限公司");
-    screen_->sFHR.SetText("吕静仪");
-    screen_->fpSpread1.SetMaxRows(static_cast<int>(lines.size()));
+    screen_->Field<ComboBox>("sGHDW").SetText("云泊医药有限公司");
+    screen_->Field<ComboBox>("sFHR").SetText("吕静仪");
+    auto& returned = screen_->Field<Grid>("fpSpread1");
+    returned.SetMaxRows(static_cast<int>(lines.size()));
     int row = 0;
     for (const ReceiptDesk::Line& line : lines) {
       ++row;
-      const auto put = [&](int column, const std::string& text) { screen_->fpSpread1.SetText(row, column, text); };
+      const auto put = [&](int column, const std::string& text) { returned.SetText(row, column, text); };
       put(supplier_return::kCode, line[0]);
       put(supplier_return::kName, line[1]);
       put(supplier_return::kQuantity, "1.5");
@@ -53,8 +53,8 @@ class ReturnDesk {
     }
   }
   bool Save() {
-    screen_->UserClick(screen_->Command1);
-    return screen_->fpSpread1.MaxRows() == 0;
+    screen_->UserClick(screen_->Field<Button>("Command1"));
+    return screen_->Field<Grid>("fpSpread1").MaxRows() == 0;
   }
   const std::string& last_box() const { return last_box_; }
 
@@ -66,7 +66,7 @@ class ReturnDesk {
   CommandTable commands_;
   AppContext app_;
   Forms::HandlerScope handler_;
-  Frm_YKTY* screen_ = nullptr;
+  Form* screen_ = nullptr;
   std::string last_box_;
 };
 

@@ -1,7 +1,6 @@
 #include <functional>
 
-#include "documents/return_columns.h"
-#include "documents/return_to_supplier.h"
+#include "support/document_columns.h"
 #include "wire/wire_receipt_test.h"
 
 namespace luming {
@@ -37,14 +36,14 @@ class SaveFailuresTest : public WireReceiptTest {
     EXPECT_EQ(Number("Select COUNT(*) From YPCRK"), count);
   }
   void ExpectScreenAsItWas() {
-    EXPECT_EQ(form.fpSpread1.MaxRows(), 1);
-    EXPECT_EQ(form.sRKDH.Text().size(), 12U);
-    EXPECT_EQ(form.sGHDW.Text() + form.sFPH.Text(), "云泊医药有限公司25659688");
+    EXPECT_EQ(lines.MaxRows(), 1);
+    EXPECT_EQ(form.Field<TextBox>("sRKDH").Text().size(), 12U);
+    EXPECT_EQ(form.Field<ComboBox>("sGHDW").Text() + form.Field<TextBox>("sFPH").Text(), "云泊医药有限公司25659688");
   }
   /// The next thing that an operator does finds out that the connection is gone, and opens it again.
   void FindOutTheLoss() {
-    form.picker.PM.UserText("");
-    form.picker.PM.UserText("1");
+    form.Field<TextBox>("PM").UserText("");
+    form.Field<TextBox>("PM").UserText("1");
     desktop.TakeBoxTexts();
   }
   /// Saves and gives the boxes behind the question.
@@ -124,16 +123,17 @@ TEST_P(SaveSweepTest, ReturnsToTheSupplierAreSavedWholeOrNotAtAll) {
   store->Execute(
       "Update YF_YPML Set YKKCL=1000 Where YPBM='100001' "
       "Insert Into YK_CurryPH(RKDH,YPBM,PH,SL,PFJ,PLJ,RKRQ) Values('0','100001','B',1000,1,1,'2026-02-01')");
-  auto& screen = app.forms.Get<Frm_YKTY>(app);
+  Form& screen = TheReturnToSupplier(app);
   screen.EnsureLoaded();
-  const auto write = [&screen] {
-    screen.sGHDW.SetText("云泊医药有限公司");
-    screen.sFHR.SetText("吕静仪");
-    screen.fpSpread1.SetMaxRows(1);
-    screen.fpSpread1.SetText(1, supplier_return::kCode, "100001");
-    screen.fpSpread1.SetText(1, supplier_return::kQuantity, "2");
-    screen.fpSpread1.SetText(1, supplier_return::kBatch, "B");
-    screen.fpSpread1.SetText(1, supplier_return::kRatio, "1");
+  auto& returned = screen.Field<Grid>("fpSpread1");
+  const auto write = [&] {
+    screen.Field<ComboBox>("sGHDW").SetText("云泊医药有限公司");
+    screen.Field<ComboBox>("sFHR").SetText("吕静仪");
+    returned.SetMaxRows(1);
+    returned.SetText(1, supplier_return::kCode, "100001");
+    returned.SetText(1, supplier_return::kQuantity, "2");
+    returned.SetText(1, supplier_return::kBatch, "B");
+    returned.SetText(1, supplier_return::kRatio, "1");
   };
   write();
   SweepThrough({.saved = "退药成功!",
@@ -142,7 +142,7 @@ TEST_P(SaveSweepTest, ReturnsToTheSupplierAreSavedWholeOrNotAtAll) {
                 .save =
                     [&] {
                       desktop.answers.push_back(Answer::kYes);
-                      screen.UserClick(screen.Command1);
+                      screen.UserClick(screen.Field<Button>("Command1"));
                       std::vector<std::string> boxes = desktop.TakeBoxTexts();
                       boxes.erase(boxes.begin());
                       desktop.answers.clear();
@@ -159,8 +159,8 @@ TEST_P(SaveSweepTest, ReturnsToTheSupplierAreSavedWholeOrNotAtAll) {
                     },
                 .expect_screen_as_it_was =
                     [&] {
-                      EXPECT_EQ(screen.fpSpread1.MaxRows(), 1);
-                      EXPECT_EQ(screen.sGHDW.Text(), "云泊医药有限公司");
+                      EXPECT_EQ(returned.MaxRows(), 1);
+                      EXPECT_EQ(screen.Field<ComboBox>("sGHDW").Text(), "云泊医药有限公司");
                     }});
 }
 

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "app/connection_router.h"
-#include "documents/receipt_test.h"
+#include "support/receipt_test.h"
 #include "sqlserver/server_connection.h"
 #include "tds_server/tds_server.h"
 

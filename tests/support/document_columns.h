@@ -13,13 +13,18 @@ enum Column {
   kWholesalePrice,
   kRetailPrice,
   kQuantity,
-  kPurchasePrice,  ///< of the large unit, whichever unit the line has
+  kPurchasePrice,
   kAmount,
   kBatch,
   kExpiry,
   kRatio,
-  kUnitPurchasePrice,  ///< of the line's unit; hidden, and empty for a line in the large unit
+  kUnitPurchasePrice,
 };
 }  // namespace receipt
+
+/// Columns of the lines that go back to a supplier.
+namespace supplier_return {
+inline constexpr int kCode = 1, kName = 2, kQuantity = 6, kPurchasePrice = 7, kBatch = 9, kRatio = 11;
+}  // namespace supplier_return
 
 }  // namespace luming

@@ -1,0 +1,46 @@
+#include "documents/line_columns.h"
+
+#include "stock/stock_column.h"
+#include "util/number_text.h"
+
+namespace luming {
+
+namespace sent {
+
+void Text(Statement& statement, const std::string& cell, const ValueSource& source) {
+  statement += Quoted(cell, source);
+}
+
+void Figure(Statement& statement, const std::string& cell, const ValueSource& source) {
+  statement += Bare(cell, source);
+}
+
+void FigureOr0(Statement& statement, const std::string& cell, const ValueSource& source) {
+  statement += Bare(cell.empty() ? "0" : cell, source);
+}
+
+void Ratio(Statement& statement, const std::string& cell, const ValueSource& source) {
+  statement += Bare(cell.empty() ? "1" : cell, source);
+}
+
+void Money(Statement& statement, const std::string& cell, const ValueSource& source) {
+  statement += Bare(cell.empty() ? "0" : FormatNumberText(cell, "0.00"), source);
+}
+
+void DayOrNull(Statement& statement, const std::string& cell, const ValueSource&) {
+  statement += luming::DayOrNull(cell);
+}
+
+}  // namespace sent
+
+std::vector<GridColumn> GridColumnsOf(LineColumns columns) {
+  std::vector<GridColumn> made;
+  for (const LineColumn& column : columns) {
+    made.push_back(StockColumn(column.caption));
+    made.back().hidden = column.cell == Cell::kHidden;
+    made.back().locked = column.cell == Cell::kLocked;
+  }
+  return made;
+}
+
+}  // namespace luming

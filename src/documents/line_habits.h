@@ -1,0 +1,22 @@
+#pragma once
+
+#include "stock/line_grid.h"
+
+namespace luming {
+
+/// What the line grids of the documents do each in its own way, a row a document, so that they can be compared.
+struct AllLineHabits {
+  LineHabits receipt;
+  LineHabits return_to_supplier;
+};
+
+// clang-format off
+inline const AllLineHabits kLineHabits = {
+  //                      summed  resummed  deletion                           scroll               duplicates            parked as
+  .receipt            = {{10},   {10},     AfterDelete::kSumThenRemoveTotals, ScrollTo::kLastFive, Duplicates::kRefused, "RYYP.Dat"},
+  // Column 10 is the expiry here, as if this were a receipt; the amount stands in column 8.
+  .return_to_supplier = {{10},   {10},     AfterDelete::kSumThenRemoveTotals, ScrollTo::kLastFive, Duplicates::kRefused, nullptr},
+};
+// clang-format on
+
+}  // namespace luming

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "frame/app_context.h"
+
+namespace luming {
+
+Form& TheReceipt(AppContext& app);
+Form& TheReturnToSupplier(AppContext& app);
+
+}  // namespace luming
