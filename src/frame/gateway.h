@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "frame/app_context.h"
+#include "platform/statement.h"
 
 namespace luming {
 

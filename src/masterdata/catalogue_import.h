@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "frame/app_context.h"
+#include "platform/statement.h"
 #include "screen/form.h"
 
 namespace luming {

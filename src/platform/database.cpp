@@ -4,6 +4,7 @@
 #include <cmath>
 #include <type_traits>
 
+#include "platform/statement.h"
 #include "util/date_text.h"
 #include "util/number_text.h"
 #include "util/text.h"

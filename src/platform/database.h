@@ -104,6 +104,8 @@ class Recordset {
   std::unique_ptr<Recordset> next_;
 };
 
+class Statement;
+
 /// One connection to a store. Not thread-safe; used by the user-interface thread alone. All operations throw Failure
 /// with the numbers an ADO client shows.
 class Connection {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/statement.h"
 #include "support/fake_store.h"
 
 namespace luming {
