@@ -240,7 +240,7 @@ void eK_YPJBXX::SCCJ_Change() {
     OpenRs(app_, rows, "select * from YPGL_CDWF WHERE PYDM LIKE '" + CleanSearchText(SCCJ.Text()) + "%'");
     if (rows.RecordCount() > 0) {
       auto& list = app_.forms.Get<Frm_Check>(app_);
-      list.taken.Connect(this, &eK_YPJBXX::TakeProducer);
+      if (!list.taken.IsConnected()) list.taken.Connect(this, &eK_YPJBXX::TakeProducer);
       list.Show();
       list.Fill_JB(rows);
     } else {

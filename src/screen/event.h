@@ -1,6 +1,8 @@
 #pragma once
 
 #include <functional>
+#include <stdexcept>
+#include <utility>
 
 namespace luming {
 
@@ -10,9 +12,13 @@ class Event {
  public:
   template <class T>
   void Connect(T* owner, void (T::*handler)(Args...)) {
-    handler_ = [owner, handler](Args... args) { (owner->*handler)(args...); };
+    Connect([owner, handler](Args... args) { (owner->*handler)(args...); });
   }
-  void Connect(std::function<void(Args...)> handler) { handler_ = std::move(handler); }
+  /// A second handler would silence the first one, so it is refused: std::logic_error.
+  void Connect(std::function<void(Args...)> handler) {
+    if (handler_) throw std::logic_error("an event has a handler already");
+    handler_ = std::move(handler);
+  }
   bool IsConnected() const { return static_cast<bool>(handler_); }
   void Fire(Args... args) const {
     if (handler_) handler_(args...);

@@ -131,6 +131,12 @@ TEST_F(ControlsTest, ChangeFiresOnceForEachDifferentText) {
   EXPECT_EQ(form.text.Text(), "b");
 }
 
+TEST_F(ControlsTest, ASecondHandlerIsRefusedAndTheFirstOneStays) {
+  EXPECT_THROW(form.check.click.Connect([] {}), std::logic_error);
+  form.UserClick(form.check);
+  EXPECT_EQ(form.TakeLog(), Log{"check on"});
+}
+
 TEST_F(ControlsTest, LeavingCutsToTheAnsiLimit) {
   form.text.SetFocus();
   form.text.SetText("甲乙丙");
