@@ -7,6 +7,7 @@
 #include "masterdata/catalogue_columns.h"
 #include "masterdata/drug_catalogue.h"
 #include "plain_store.h"
+#include "screen/grid.h"
 #include "stores.h"
 #include "support/app_test.h"
 #include "support/fake_output.h"

@@ -4,6 +4,7 @@
 
 #include "duel.h"
 #include "plain_store.h"
+#include "screen/grid.h"
 #include "stores.h"
 #include "support/receipt_desk.h"
 #include "util/text.h"

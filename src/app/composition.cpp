@@ -13,6 +13,7 @@
 #include "office/office_workbooks.h"
 #include "output/grid_command.h"
 #include "platform/tracing_connection.h"
+#include "screen/grid.h"
 #include "sqlserver/server_connection.h"
 
 namespace luming {

@@ -17,6 +17,12 @@
 #include "desktop/metrics.h"
 #include "desktop/qt_text.h"
 #include "desktop/themes.h"
+#include "screen/button.h"
+#include "screen/check_box.h"
+#include "screen/option_button.h"
+#include "screen/picture.h"
+#include "screen/progress_bar.h"
+#include "screen/tool_bar.h"
 
 namespace luming {
 namespace {

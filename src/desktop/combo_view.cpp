@@ -16,6 +16,7 @@
 #include "desktop/key_codes.h"
 #include "desktop/metrics.h"
 #include "desktop/qt_text.h"
+#include "screen/combo_box.h"
 
 namespace luming {
 namespace {

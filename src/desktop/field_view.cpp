@@ -5,7 +5,18 @@
 
 #include "desktop/form_widget.h"
 #include "desktop/qt_text.h"
+#include "screen/button.h"
+#include "screen/check_box.h"
+#include "screen/combo_box.h"
+#include "screen/date_box.h"
 #include "screen/grid.h"
+#include "screen/label.h"
+#include "screen/option_button.h"
+#include "screen/picture.h"
+#include "screen/progress_bar.h"
+#include "screen/text_box.h"
+#include "screen/tool_bar.h"
+#include "screen/tree.h"
 
 namespace luming {
 

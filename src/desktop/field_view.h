@@ -11,7 +11,19 @@
 
 namespace luming {
 
+class Button;
+class CheckBox;
+class ComboBox;
+class DateBox;
 class FormWidget;
+class Grid;
+class Label;
+class OptionButton;
+class Picture;
+class ProgressBar;
+class TextBox;
+class ToolBar;
+class Tree;
 
 /// Draws one control of a form and hands what the operator does there to the model. Its widgets belong to the form's
 /// widget; the control is gone once the form has closed, so every way to it leads through WithControl.

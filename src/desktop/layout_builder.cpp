@@ -11,6 +11,7 @@
 #include "desktop/form_widget.h"
 #include "desktop/metrics.h"
 #include "desktop/qt_text.h"
+#include "screen/text_box.h"
 
 namespace luming {
 namespace {

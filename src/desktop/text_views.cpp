@@ -16,6 +16,9 @@
 #include "desktop/key_codes.h"
 #include "desktop/metrics.h"
 #include "desktop/qt_text.h"
+#include "screen/date_box.h"
+#include "screen/label.h"
+#include "screen/text_box.h"
 
 namespace luming {
 namespace {

@@ -7,6 +7,7 @@
 #include "desktop/form_widget.h"
 #include "desktop/glyphs.h"
 #include "desktop/qt_text.h"
+#include "screen/tree.h"
 
 namespace luming {
 namespace {

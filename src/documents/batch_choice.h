@@ -4,7 +4,9 @@
 
 #include "frame/app_context.h"
 #include "platform/database.h"
+#include "screen/combo_box.h"
 #include "screen/form.h"
+#include "screen/label.h"
 
 namespace luming {
 

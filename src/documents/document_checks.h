@@ -5,6 +5,7 @@
 #include "frame/app_context.h"
 #include "screen/grid.h"
 #include "screen/messages.h"
+#include "screen/text_box.h"
 
 namespace luming {
 

@@ -4,6 +4,7 @@
 
 #include "frame/app_context.h"
 #include "screen/form.h"
+#include "screen/text_box.h"
 #include "stock/line_grid.h"
 
 namespace luming {

@@ -4,7 +4,8 @@
 #include <string_view>
 
 #include "masterdata/drug_record.h"
-#include "screen/control.h"
+#include "screen/combo_box.h"
+#include "screen/text_box.h"
 
 namespace luming {
 

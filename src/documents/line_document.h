@@ -7,6 +7,7 @@
 #include "documents/line_habits.h"
 #include "frame/app_context.h"
 #include "masterdata/dictionary_lists.h"
+#include "screen/button.h"
 #include "screen/form.h"
 #include "stock/item_picker.h"
 #include "stock/line_grid.h"

@@ -7,6 +7,7 @@
 
 #include "documents/line_columns.h"
 #include "platform/statement.h"
+#include "screen/grid.h"
 
 namespace luming {
 

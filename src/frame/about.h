@@ -3,7 +3,10 @@
 #include <string>
 
 #include "frame/app_context.h"
+#include "screen/button.h"
 #include "screen/form.h"
+#include "screen/label.h"
+#include "screen/picture.h"
 
 namespace luming {
 

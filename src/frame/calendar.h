@@ -1,8 +1,12 @@
 #pragma once
 
 #include "frame/app_context.h"
+#include "screen/button.h"
+#include "screen/combo_box.h"
 #include "screen/form.h"
 #include "screen/grid.h"
+#include "screen/label.h"
+#include "screen/text_box.h"
 
 namespace luming {
 

@@ -4,7 +4,11 @@
 
 #include "frame/app_context.h"
 #include "frame/local_files.h"
+#include "screen/button.h"
+#include "screen/combo_box.h"
 #include "screen/form.h"
+#include "screen/label.h"
+#include "screen/text_box.h"
 
 namespace luming {
 

@@ -4,7 +4,10 @@
 #include <vector>
 
 #include "frame/app_context.h"
+#include "screen/button.h"
+#include "screen/combo_box.h"
 #include "screen/form.h"
+#include "screen/label.h"
 
 namespace luming {
 

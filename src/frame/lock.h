@@ -1,7 +1,11 @@
 #pragma once
 
 #include "frame/app_context.h"
+#include "screen/button.h"
 #include "screen/form.h"
+#include "screen/label.h"
+#include "screen/picture.h"
+#include "screen/text_box.h"
 
 namespace luming {
 

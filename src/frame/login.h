@@ -3,7 +3,11 @@
 #include <string>
 
 #include "frame/app_context.h"
+#include "screen/button.h"
+#include "screen/combo_box.h"
 #include "screen/form.h"
+#include "screen/picture.h"
+#include "screen/text_box.h"
 
 namespace luming {
 

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "frame/app_context.h"
+#include "screen/button.h"
 #include "screen/form.h"
 #include "screen/grid.h"
 

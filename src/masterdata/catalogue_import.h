@@ -7,7 +7,11 @@
 
 #include "frame/app_context.h"
 #include "platform/statement.h"
+#include "screen/button.h"
 #include "screen/form.h"
+#include "screen/label.h"
+#include "screen/progress_bar.h"
+#include "screen/text_box.h"
 
 namespace luming {
 

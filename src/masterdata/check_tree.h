@@ -1,6 +1,6 @@
 #pragma once
 
-#include "screen/control.h"
+#include "screen/tree.h"
 
 namespace luming {
 

@@ -1,6 +1,9 @@
 #include "masterdata/clean_control.h"
 
+#include "screen/combo_box.h"
+#include "screen/date_box.h"
 #include "screen/forms.h"
+#include "screen/text_box.h"
 
 namespace luming {
 

@@ -3,7 +3,10 @@
 #include <string>
 
 #include "frame/app_context.h"
+#include "screen/button.h"
+#include "screen/check_box.h"
 #include "screen/form.h"
+#include "screen/text_box.h"
 
 namespace luming {
 

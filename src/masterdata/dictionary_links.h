@@ -3,8 +3,10 @@
 #include <string>
 
 #include "frame/app_context.h"
+#include "screen/button.h"
 #include "screen/form.h"
 #include "screen/grid.h"
+#include "screen/tree.h"
 
 namespace luming {
 

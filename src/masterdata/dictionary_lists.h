@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "frame/app_context.h"
-#include "screen/control.h"
+#include "screen/combo_box.h"
 
 namespace luming {
 

@@ -3,8 +3,11 @@
 #include <string>
 
 #include "frame/app_context.h"
+#include "screen/button.h"
 #include "screen/form.h"
 #include "screen/grid.h"
+#include "screen/label.h"
+#include "screen/tree.h"
 #include "stock/item_picker.h"
 
 namespace luming {

@@ -5,6 +5,7 @@
 #include "masterdata/drug_catalogue.h"
 #include "masterdata/phonetic.h"
 #include "output/column_widths.h"
+#include "screen/grid.h"
 #include "util/number_text.h"
 
 namespace luming {

@@ -5,7 +5,12 @@
 
 #include "frame/app_context.h"
 #include "masterdata/drug_choice.h"
+#include "screen/button.h"
+#include "screen/check_box.h"
+#include "screen/combo_box.h"
 #include "screen/form.h"
+#include "screen/label.h"
+#include "screen/text_box.h"
 
 namespace luming {
 

@@ -1,6 +1,8 @@
 #include "frame/gateway.h"
 #include "masterdata/clean_control.h"
 #include "masterdata/drug_editor.h"
+#include "screen/check_box.h"
+#include "screen/combo_box.h"
 #include "screen/messages.h"
 #include "util/number_text.h"
 #include "util/text.h"

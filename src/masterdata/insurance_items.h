@@ -3,8 +3,10 @@
 #include <string>
 
 #include "frame/app_context.h"
+#include "screen/combo_box.h"
 #include "screen/form.h"
 #include "screen/grid.h"
+#include "screen/text_box.h"
 
 namespace luming {
 

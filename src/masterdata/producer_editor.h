@@ -1,7 +1,9 @@
 #pragma once
 
 #include "frame/app_context.h"
+#include "screen/button.h"
 #include "screen/form.h"
+#include "screen/text_box.h"
 
 namespace luming {
 

@@ -4,8 +4,10 @@
 
 #include "frame/app_context.h"
 #include "platform/editable_recordset.h"
+#include "screen/button.h"
 #include "screen/form.h"
 #include "screen/grid.h"
+#include "screen/text_box.h"
 
 namespace luming {
 

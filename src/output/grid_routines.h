@@ -7,7 +7,7 @@
 
 #include "frame/app_context.h"
 #include "platform/desktop.h"
-#include "screen/control.h"
+#include "screen/combo_box.h"
 #include "screen/grid.h"
 #include "screen/grid_init.h"
 

@@ -1,3 +1,5 @@
+#include "screen/combo_box.h"
+
 #include <algorithm>
 
 #include "screen/forms.h"

@@ -73,41 +73,4 @@ void Control::Changed() {
   if (FormView* view = form_->View()) view->ControlChanged(*this);
 }
 
-void TakeIme(Form& form, Ime ime) {
-  const auto& operator_ime = form.Registry().operator_ime;
-  if (ime == Ime::kOperator && operator_ime) operator_ime();
-}
-
-void Picture::SetFile(std::filesystem::path file) {
-  file_ = std::move(file);
-  Changed();
-}
-
-void Picture::SetBorderStyle(int style) {
-  if (border_style_ == style) return;
-  border_style_ = style;
-  Changed();
-}
-
-ToolBar::ToolBar(Form* form, std::string name, std::vector<ToolButton> buttons)
-    : Control(form, ControlKind::kToolBar, std::move(name), {}), buttons_(std::move(buttons)) {}
-
-void ToolBar::SetButtonEnabled(std::string_view button_key, bool enabled) {
-  for (ToolButton& button : buttons_) {
-    if (button.key == button_key) button.enabled = enabled;
-  }
-  Changed();
-}
-
-void ToolBar::UserPress(std::string_view button_key) {
-  Forms::HandlerScope scope(Owner().Registry());
-  if (!Enabled() || !Visible()) return;
-  for (const ToolButton& button : buttons_) {
-    if (button.key != button_key || !button.enabled) continue;
-    const std::string pressed = button.key;
-    button_click.Fire(pressed);
-    return;
-  }
-}
-
 }  // namespace luming

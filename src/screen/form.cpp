@@ -3,8 +3,11 @@
 #include <algorithm>
 #include <utility>
 
+#include "screen/button.h"
 #include "screen/caption.h"
+#include "screen/combo_box.h"
 #include "screen/forms.h"
+#include "screen/text_box.h"
 #include "util/text.h"
 
 namespace luming {

@@ -11,8 +11,9 @@
 
 namespace luming {
 
+class Button;
 class Forms;
-class Grid;
+enum class ButtonRole;
 
 enum class WindowKind {
   kMain,    ///< the frame with menus and workspace

@@ -8,10 +8,12 @@
 
 #include "platform/desktop.h"
 #include "screen/form.h"
-#include "screen/grid.h"
 #include "util/clock.h"
 
 namespace luming {
+
+class Grid;
+enum class GridCommand;
 
 /// All forms that exist, in order of creation: one instance for each class. Owns them.
 class Forms {

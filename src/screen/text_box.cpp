@@ -1,3 +1,5 @@
+#include "screen/text_box.h"
+
 #include <algorithm>
 
 #include "screen/forms.h"

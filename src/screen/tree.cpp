@@ -1,3 +1,5 @@
+#include "screen/tree.h"
+
 #include "screen/forms.h"
 #include "util/failure.h"
 

@@ -2,8 +2,14 @@
 #include <array>
 
 #include "screen/caption.h"
+#include "screen/combo_box.h"
+#include "screen/date_box.h"
 #include "screen/forms.h"
+#include "screen/grid.h"
 #include "screen/main_frame.h"
+#include "screen/text_box.h"
+#include "screen/tool_bar.h"
+#include "screen/tree.h"
 #include "script/script_driver.h"
 #include "script/script_names.h"
 #include "util/date_text.h"

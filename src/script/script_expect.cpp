@@ -3,6 +3,7 @@
 #include <ostream>
 
 #include "screen/forms.h"
+#include "screen/grid.h"
 #include "screen/main_frame.h"
 #include "script/script_driver.h"
 #include "script/script_names.h"

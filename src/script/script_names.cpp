@@ -4,7 +4,14 @@
 #include <charconv>
 
 #include "screen/caption.h"
+#include "screen/check_box.h"
+#include "screen/combo_box.h"
+#include "screen/date_box.h"
 #include "screen/grid.h"
+#include "screen/option_button.h"
+#include "screen/picture.h"
+#include "screen/text_box.h"
+#include "screen/tree.h"
 #include "script/script_parser.h"
 #include "util/text.h"
 

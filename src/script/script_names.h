@@ -3,6 +3,7 @@
 #include <string>
 
 #include "screen/form.h"
+#include "screen/grid.h"
 
 namespace luming {
 

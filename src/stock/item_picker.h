@@ -5,9 +5,11 @@
 #include <vector>
 
 #include "frame/app_context.h"
-#include "screen/control.h"
+#include "screen/check_box.h"
+#include "screen/combo_box.h"
 #include "screen/grid.h"
 #include "screen/layout.h"
+#include "screen/text_box.h"
 #include "stock/picker_table.h"
 
 namespace luming {

@@ -10,6 +10,14 @@
 #include <QTreeWidget>
 
 #include "desktop_fixture.h"
+#include "screen/check_box.h"
+#include "screen/label.h"
+#include "screen/option_button.h"
+#include "screen/picture.h"
+#include "screen/progress_bar.h"
+#include "screen/text_box.h"
+#include "screen/tool_bar.h"
+#include "screen/tree.h"
 
 namespace luming {
 namespace {

@@ -5,6 +5,10 @@
 #include <QPushButton>
 
 #include "desktop_fixture.h"
+#include "screen/button.h"
+#include "screen/combo_box.h"
+#include "screen/date_box.h"
+#include "screen/text_box.h"
 
 namespace luming {
 namespace {

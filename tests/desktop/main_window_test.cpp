@@ -10,6 +10,7 @@
 
 #include "desktop_fixture.h"
 #include "screen/main_frame.h"
+#include "screen/text_box.h"
 
 namespace luming {
 namespace {

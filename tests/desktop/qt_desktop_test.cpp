@@ -10,6 +10,8 @@
 #include "desktop/file_filter.h"
 #include "desktop/qt_text.h"
 #include "desktop_fixture.h"
+#include "screen/button.h"
+#include "screen/text_box.h"
 
 namespace luming {
 namespace {

@@ -1,3 +1,6 @@
+#include "screen/button.h"
+#include "screen/combo_box.h"
+#include "screen/grid.h"
 #include "support/document_columns.h"
 #include "support/receipt_test.h"
 

@@ -3,6 +3,8 @@
 #include "masterdata/drug_choice.h"
 #include "masterdata/drug_editor.h"
 #include "masterdata/producer_choice.h"
+#include "screen/grid.h"
+#include "screen/tree.h"
 #include "support/store_test.h"
 
 namespace luming {

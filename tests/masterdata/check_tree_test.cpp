@@ -1,5 +1,6 @@
 #include "masterdata/check_tree.h"
 
+#include "screen/tree.h"
 #include "support/screen_test.h"
 #include "util/text.h"
 

@@ -1,5 +1,10 @@
 #include "masterdata/clean_control.h"
 
+#include "screen/check_box.h"
+#include "screen/combo_box.h"
+#include "screen/date_box.h"
+#include "screen/label.h"
+#include "screen/text_box.h"
 #include "support/screen_test.h"
 
 namespace luming {

@@ -1,6 +1,8 @@
 #include "masterdata/charge_items.h"
 #include "masterdata/data_dictionary.h"
 #include "masterdata/dictionary_links.h"
+#include "screen/button.h"
+#include "screen/grid.h"
 #include "support/store_test.h"
 
 namespace luming {

@@ -7,6 +7,7 @@
 #include "office/pdf_keeper.h"
 #include "output/grid_routines.h"
 #include "output/note_templates.h"
+#include "screen/grid.h"
 #include "support/store_test.h"
 #include "util/number_text.h"
 #include "util/text.h"

@@ -1,5 +1,6 @@
 #include "output/grid_command.h"
 
+#include "screen/grid.h"
 #include "support/app_test.h"
 
 namespace luming {

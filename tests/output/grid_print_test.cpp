@@ -1,6 +1,7 @@
 #include "output/grid_print.h"
 
 #include "output/grid_routines.h"
+#include "screen/grid.h"
 #include "support/app_test.h"
 
 namespace luming {

@@ -1,5 +1,6 @@
 #include "output/grid_routines.h"
 
+#include "screen/grid.h"
 #include "support/screen_test.h"
 
 namespace luming {

@@ -1,4 +1,7 @@
+#include "screen/button.h"
+#include "screen/combo_box.h"
 #include "screen/grid.h"
+#include "screen/text_box.h"
 #include "support/screen_test.h"
 #include "util/failure.h"
 

@@ -1,5 +1,7 @@
 #include "screen/forms.h"
 
+#include "screen/button.h"
+#include "screen/text_box.h"
 #include "support/screen_test.h"
 #include "util/failure.h"
 

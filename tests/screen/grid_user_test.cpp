@@ -1,4 +1,5 @@
 #include "screen/grid.h"
+#include "screen/text_box.h"
 #include "support/screen_test.h"
 
 namespace luming {

@@ -4,8 +4,18 @@
 
 #include <sstream>
 
+#include "screen/button.h"
+#include "screen/check_box.h"
+#include "screen/combo_box.h"
+#include "screen/date_box.h"
 #include "screen/forms.h"
+#include "screen/grid.h"
+#include "screen/label.h"
 #include "screen/main_frame.h"
+#include "screen/option_button.h"
+#include "screen/text_box.h"
+#include "screen/tool_bar.h"
+#include "screen/tree.h"
 #include "script/headless_desktop.h"
 #include "support/temp_directory.h"
 

@@ -1,5 +1,7 @@
 #include "stock/item_picker.h"
 
+#include "screen/grid.h"
+#include "screen/text_box.h"
 #include "support/store_test.h"
 #include "util/text.h"
 

@@ -1,6 +1,8 @@
 #include "support/receipt_desk.h"
 
 #include "documents/screens.h"
+#include "screen/button.h"
+#include "screen/combo_box.h"
 
 namespace luming {
 

@@ -8,6 +8,8 @@
 
 #include "frame/app_context.h"
 #include "frame/command_table.h"
+#include "screen/grid.h"
+#include "screen/text_box.h"
 #include "script/headless_desktop.h"
 #include "support/app_test.h"
 #include "support/document_columns.h"

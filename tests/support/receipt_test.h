@@ -3,6 +3,11 @@
 #include <string>
 
 #include "documents/screens.h"
+#include "screen/button.h"
+#include "screen/combo_box.h"
+#include "screen/date_box.h"
+#include "screen/grid.h"
+#include "screen/text_box.h"
 #include "support/store_test.h"
 
 namespace luming {

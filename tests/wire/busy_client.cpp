@@ -8,6 +8,9 @@
 
 #include "app/composition.h"
 #include "documents/screens.h"
+#include "screen/button.h"
+#include "screen/combo_box.h"
+#include "screen/grid.h"
 #include "support/receipt_desk.h"
 
 using namespace luming;

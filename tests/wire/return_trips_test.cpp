@@ -1,4 +1,7 @@
 #include "platform/tracing_connection.h"
+#include "screen/button.h"
+#include "screen/combo_box.h"
+#include "screen/grid.h"
 #include "support/document_columns.h"
 #include "wire/wire_receipt_test.h"
 

@@ -1,5 +1,9 @@
 #include <functional>
 
+#include "screen/button.h"
+#include "screen/combo_box.h"
+#include "screen/grid.h"
+#include "screen/text_box.h"
 #include "support/document_columns.h"
 #include "wire/wire_receipt_test.h"
 
