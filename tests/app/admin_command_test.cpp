@@ -31,10 +31,6 @@ TEST(AdminCommandTest, ACommandLineThatCannotBeUnderstoodIsToldWithTheUsageOfWha
   }
 }
 
-TEST(AdminCommandTest, OneCommandsBadUsageDoesNotTellTheOthers) {
-  EXPECT_EQ(RunAdminLine({"check"}).err.find("create"), std::string::npos);
-}
-
 TEST(AdminCommandTest, HelpGoesToTheOutputAndAFailureHasOneLine) {
   const AdminRun help = RunAdminLine({"help"});
   EXPECT_EQ(help.exit, kAdminDone);

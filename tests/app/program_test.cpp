@@ -73,16 +73,5 @@ TEST_F(ProgramTest, ClockHoldsForTheProgramAndForTheStore) {
   EXPECT_EQ(program.RunBeside("SELECT GETDATE()").Field(0).Text(), "2027/1/2 3:04:05");
 }
 
-TEST_F(ProgramTest, StoreThatIsGoneBringsTheConnectionDialog) {
-  std::filesystem::remove(home / "lumndata.db");
-  std::string told;
-  desktop.modals.push_back([&](Form& form) {
-    told = form.Find("ErrInfoShow")->Caption();
-    form.UserClose();
-  });
-  EXPECT_THROW(program.Start(""), ProcessEnded);
-  EXPECT_NE(told.find("lumndata"), std::string::npos) << told;
-}
-
 }  // namespace
 }  // namespace luming

@@ -55,20 +55,5 @@ TEST_F(CheckTreeTest, EachTurnReachesEverythingBelowAndAbove) {
   }
 }
 
-TEST_F(CheckTreeTest, APartlyCheckedChildLeavesItsParentInBetween) {
-  form.tree.SetNodeImage(left, Check_Tree::kSome);
-  Check_Tree::CheckParent(form.tree, right);
-  EXPECT_EQ(Images(), "Some Some None None None");
-}
-
-TEST_F(CheckTreeTest, AnUnknownImageTurnsToNoneAndRemovedNodesDoNotCount) {
-  form.tree.SetNodeImage(a, "Folder");
-  Check_Tree::ProcessStateChange(form.tree, a);
-  EXPECT_EQ(Images(), "None None None None None");
-  form.tree.RemoveNode(b);
-  Check_Tree::ProcessStateChange(form.tree, a);
-  EXPECT_EQ(Images(), "Some All None All None");
-}
-
 }  // namespace
 }  // namespace luming

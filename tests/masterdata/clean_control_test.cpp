@@ -51,15 +51,6 @@ TEST_F(CleanControlTest, ClearingSparesTaggedFields) {
   EXPECT_EQ(form.date.Value(), clock.Today());
 }
 
-TEST_F(CleanControlTest, ClearingAllSparesNothing) {
-  CleanControl::Cls_ALL(form);
-  for (const TextBox* box : {&form.text, &form.kept_text}) EXPECT_EQ(box->Text(), "") << box->Name();
-  for (const ComboBox* list : {&form.free, &form.kept_list, &form.fixed, &form.empty}) {
-    EXPECT_EQ(list->Text(), "") << list->Name();
-  }
-  EXPECT_EQ(form.date.Value(), clock.Today());
-}
-
 TEST_F(CleanControlTest, ColourGoesToWhatShowsItAndIsNotTaggedZero) {
   CleanControl::SetControlColor(form);
   EXPECT_EQ(form.label.BackColour(), 0xC0DDFAU);

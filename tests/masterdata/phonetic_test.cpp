@@ -33,13 +33,6 @@ TEST_F(PhoneticTest, CodesFollowTheTableAndKeepLatin) {
   }
 }
 
-TEST_F(PhoneticTest, EachDoubleByteCharacterIsAskedForOnce) {
-  TakeSent();
-  GetWBDM(app, "阿a西");
-  EXPECT_EQ(TakeSent(),
-            (std::vector<std::string>{"SELECT WB FROM GY_HZBM WHERE HZ='阿'", "SELECT WB FROM GY_HZBM WHERE HZ='西'"}));
-}
-
 TEST_F(PhoneticTest, AFailureGivesAnEmptyCodeAndNoMessage) {
   Run("Drop Table GY_HZBM");
   EXPECT_EQ(GetPYDM(app, "a阿"), "");

@@ -57,43 +57,11 @@ TEST_F(SpreadMoudTest, AnEmptyGridGetsNoTotal) {
   EXPECT_EQ(grid.MaxRows(), 0);
 }
 
-TEST_F(SpreadMoudTest, SumsNameColumnsByTheirLetters) {
-  const std::vector<std::pair<int, std::string>> letters = {{5, "E"},   {26, "Z"},  {27, "AA"},
-                                                            {52, "AZ"}, {53, "BA"}, {78, "BZ"}};
-  grid.SetMaxCols(80);
-  for (const auto& [column, name] : letters) {
-    Fill({{"1"}});
-    GridSumRow(grid, 1, {column});
-    EXPECT_EQ(grid.Formula(2, column), "SUM(" + name + "1:" + name + "1)");
-  }
-}
-
 TEST_F(SpreadMoudTest, RemovingTotalsTakesAllOfThemAndNothingElse) {
   Fill({{"合计：", "", "1"}, {"1", "合计：", "2"}, {"合计：", "", "3"}});
   RemoveTotalRow(1, "合计：", grid);
   ASSERT_EQ(grid.MaxRows(), 1);
   EXPECT_EQ(grid.Text(1, 3), "2");
-}
-
-TEST_F(SpreadMoudTest, DeletingARowMovesTheRestUp) {
-  Fill({{"1"}, {"2"}, {"3"}});
-  EXPECT_TRUE(GridDelRow(grid, 2));
-  ASSERT_EQ(grid.MaxRows(), 2);
-  EXPECT_EQ(grid.Text(2, 1), "3");
-  EXPECT_TRUE(desktop.boxes.empty());
-}
-
-TEST_F(SpreadMoudTest, DeletingFromAnEmptyGridSaysSo) {
-  EXPECT_FALSE(GridDelRow(grid, 1));
-  const Box box = desktop.TakeBox();
-  EXPECT_EQ(box.text, "鹿鸣仓管系统  未发现可以删除的内容。");
-  EXPECT_EQ(box.title, "鹿鸣仓管系统");
-  EXPECT_EQ(grid.MaxRows(), 0);
-}
-
-TEST_F(SpreadMoudTest, SearchTextsLoseWhatWouldBreakAStatement) {
-  EXPECT_EQ(CleanSearchText("  a'm o\r\nx' "), "amox");
-  EXPECT_EQ(CleanSearchText(" ' "), "");
 }
 
 TEST_F(SpreadMoudTest, AFileDialogProposesOnlyNamesThatAFileCanBear) {

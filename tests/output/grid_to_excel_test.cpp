@@ -129,16 +129,11 @@ TEST_F(GridToExcelTest, HiddenColumnsAndSpansComeAlong) {
 }
 
 TEST_F(GridToExcelTest, AFileThatCannotBeWrittenIsAFailureWithoutABox) {
-  class FullDisk : public FakeWorkbooks {
-    void Save(const std::filesystem::path&, const Sheet&, const Progress&) override {
-      throw Failure(failure::kFileAccess, "磁盘空间不足");
-    }
-  } full;
-  AppContext other({desktop, devices, printing, full, clock}, home, {}, commands);
+  workbooks.refuses = true;
   Fill({{"1"}});
   const std::string before = GridText();
   desktop.files.push_back("/full/a.xls");
-  EXPECT_THROW(GridToExcel(other, grid), Failure);
+  EXPECT_THROW(GridToExcel(app, grid), Failure);
   EXPECT_EQ(GridText(), before);
   EXPECT_TRUE(desktop.boxes.empty());
 }
