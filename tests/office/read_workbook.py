@@ -12,7 +12,6 @@ import pathlib
 import subprocess
 import sys
 import tempfile
-import xml.etree.ElementTree
 
 
 def tell(*words):
@@ -70,90 +69,13 @@ def with_openpyxl(path):
             tell("cell", cell.row, cell.column, *plain(value), formula, int(cell.font.b))
 
 
-class FlatDocument:
-    """The flat XML that LibreOffice makes of a workbook."""
-
-    def __init__(self, path):
-        self.root = xml.etree.ElementTree.parse(path).getroot()
-        spaces = "office table text style fo".split()
-        known = {
-            "fo": "urn:oasis:names:tc:opendocument:xmlns:xsl-fo-compatible:1.0",
-        }
-        for space in spaces:
-            setattr(self, space, "{%s}" % known.get(space, f"urn:oasis:names:tc:opendocument:xmlns:{space}:1.0"))
-        self.bold = set()
-        for style in self.root.iter(self.style + "style"):
-            look = style.find(self.style + "text-properties")
-            if look is not None and look.get(self.fo + "font-weight") == "bold":
-                self.bold.add(style.get(self.style + "name"))
-
-    def text_of(self, cell):
-        lines = []
-        for paragraph in cell.findall(self.text + "p"):
-            lines.append(self.spaced(paragraph))
-        return "\n".join(lines)
-
-    def spaced(self, node):
-        parts = [node.text or ""]
-        for child in node:
-            if child.tag == self.text + "s":
-                parts.append(" " * int(child.get(self.text + "c", "1")))
-            elif child.tag == self.text + "tab":
-                parts.append("\t")
-            else:
-                parts.append(self.spaced(child))
-            parts.append(child.tail or "")
-        return "".join(parts)
-
-    def value_of(self, cell):
-        kind = cell.get(self.office + "value-type")
-        if kind == "date":
-            moment = cell.get(self.office + "date-value")
-            return "date", str(datetime.datetime.fromisoformat(moment[:19]))
-        if kind in ("float", "currency", "percentage"):
-            return plain(float(cell.get(self.office + "value")))
-        return "text", self.text_of(cell)
-
-    def tell_all(self):
-        sheet = next(self.root.iter(self.table + "table"))
-        tell("sheet", sheet.get(self.table + "name"))
-        col = 1
-        for column in sheet.iter(self.table + "table-column"):
-            count = int(column.get(self.table + "number-columns-repeated", "1"))
-            if column.get(self.table + "visibility") == "collapse":
-                for hidden in range(col, col + count):
-                    tell("hidden", hidden)
-            col += count
-        number = 1
-        for line in sheet.iter(self.table + "table-row"):
-            count = int(line.get(self.table + "number-rows-repeated", "1"))
-            for again in range(count if count < 1000 else 0):
-                self.tell_row(number + again, line)
-            number += count
-
-    def tell_row(self, row, line):
-        col = 1
-        for cell in line:
-            count = int(cell.get(self.table + "number-columns-repeated", "1"))
-            rows = int(cell.get(self.table + "number-rows-spanned", "1"))
-            cols = int(cell.get(self.table + "number-columns-spanned", "1"))
-            if rows > 1 or cols > 1:
-                tell("merged", row, col, rows, cols)
-            if cell.get(self.office + "value-type"):
-                formula = cell.get(self.table + "formula", "").removeprefix("of:=")
-                formula = formula.replace("[.", "").replace("]", "").replace(":.", ":")
-                bold = int(cell.get(self.table + "style-name") in self.bold)
-                for again in range(count):
-                    tell("cell", row, col + again, *self.value_of(cell), formula, bold)
-            col += count
-
-
 def with_office(path):
+    """As the office program reads it and writes it again."""
     with tempfile.TemporaryDirectory() as folder:
         command = ["soffice", "--headless", "--norestore", f"-env:UserInstallation=file://{folder}/profile",
-                   "--convert-to", "fods", "--outdir", folder, path]
+                   "--convert-to", "xlsx", "--outdir", folder, path]
         subprocess.run(command, check=True, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, timeout=120)
-        FlatDocument(pathlib.Path(folder) / (pathlib.Path(path).stem + ".fods")).tell_all()
+        with_openpyxl(pathlib.Path(folder) / (pathlib.Path(path).stem + ".xlsx"))
 
 
 if __name__ == "__main__":

@@ -6,8 +6,8 @@
 #include "office/office_workbooks.h"
 #include "office/pdf_keeper.h"
 #include "office/read_back.h"
+#include "support/failure_of.h"
 #include "support/temp_directory.h"
-#include "util/failure.h"
 #include "util/text.h"
 #include "util/whole_file.h"
 
@@ -43,13 +43,8 @@ class TemplateWorkbooks : public testing::Test {
     return file;
   }
 
-  std::string FailureOf(const std::filesystem::path& file) {
-    try {
-      workbooks.Open(file, "单据");
-    } catch (const Failure& failure) {
-      return failure.description();
-    }
-    return "";
+  std::string Refusal(const std::filesystem::path& file) {
+    return WordsOf([&] { workbooks.Open(file, "单据"); });
   }
 
   TempDirectory directory;
@@ -109,14 +104,14 @@ TEST_F(TemplateWorkbooks, LongDocumentsKeepEveryLine) {
 }
 
 TEST_F(TemplateWorkbooks, WhatIsNoTemplateFailsAndLeavesNothing) {
-  EXPECT_NE(FailureOf(directory / "无.xls").find("没有找到模板文件"), std::string::npos);
+  EXPECT_NE(Refusal(directory / "无.xls").find("没有找到模板文件"), std::string::npos);
 
   std::ofstream(directory / "垃圾.xls") << "no workbook at all";
-  EXPECT_NE(FailureOf(directory / "垃圾.xls").find("已损坏"), std::string::npos);
+  EXPECT_NE(Refusal(directory / "垃圾.xls").find("已损坏"), std::string::npos);
 
   const auto whole = ReadWholeFile(Template());
   std::ofstream(directory / "半.xls", std::ios::binary) << whole->substr(0, 700);
-  EXPECT_NE(FailureOf(directory / "半.xls"), "");
+  EXPECT_NE(Refusal(directory / "半.xls"), "");
 
   EXPECT_EQ(OfficeProcesses(), "");
   EXPECT_EQ(ScratchLeftovers(), "");
@@ -125,13 +120,9 @@ TEST_F(TemplateWorkbooks, WhatIsNoTemplateFailsAndLeavesNothing) {
 TEST_F(TemplateWorkbooks, WithoutAnOfficeProgramTheyFail) {
   const std::filesystem::path file = Template();
   for (const std::filesystem::path& office : {std::filesystem::path(), directory / "nowhere"}) {
-    try {
-      OfficeWorkbooks(printing, office).Open(file, "单据");
-      ADD_FAILURE() << office;
-    } catch (const Failure& failure) {
-      EXPECT_EQ(failure.number(), 429);
-      EXPECT_NE(failure.description().find("LibreOffice"), std::string::npos);
-    }
+    const Failure refused = Caught([&] { OfficeWorkbooks(printing, office).Open(file, "单据"); });
+    EXPECT_EQ(refused.number(), 429);
+    EXPECT_NE(refused.description().find("LibreOffice"), std::string::npos);
   }
 }
 

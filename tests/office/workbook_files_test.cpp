@@ -5,8 +5,8 @@
 #include "office/office_workbooks.h"
 #include "office/pdf_keeper.h"
 #include "office/read_back.h"
+#include "support/failure_of.h"
 #include "support/temp_directory.h"
-#include "util/failure.h"
 #include "util/number_text.h"
 #include "util/text.h"
 #include "util/whole_file.h"
@@ -122,7 +122,7 @@ TEST(WorkbookFiles, TextsOfAllLengthsCrossTheRecordsOfTheTable) {
   std::string longest;
   for (int i = 0; i < 32767; ++i) longest += i % 2 ? "长" : "z";
   sheet.rows.push_back({{longest, 0}, {"短", 0}});
-  for (const Reader& reader : kReaders) {
+  for (const Reader& reader : {kReaders[0], kReaders[2]}) {
     SCOPED_TRACE(std::string(reader.name) + reader.suffix);
     const auto file = directory / (std::string("long") + reader.suffix);
     Written().Save(file, sheet, {});
@@ -133,13 +133,8 @@ TEST(WorkbookFiles, TextsOfAllLengthsCrossTheRecordsOfTheTable) {
 TEST(WorkbookFiles, WhatAFormatCannotHoldIsRefusedAndLeavesNothing) {
   const TempDirectory directory;
   OfficeWorkbooks workbooks = Written();
-  const auto refusal = [&](const std::string& name, const Sheet& sheet) -> std::string {
-    try {
-      workbooks.Save(directory / name, sheet, {});
-    } catch (const Failure& failure) {
-      return failure.description();
-    }
-    return "";
+  const auto refusal = [&](const std::string& name, const Sheet& sheet) {
+    return WordsOf([&] { workbooks.Save(directory / name, sheet, {}); });
   };
   Sheet high;
   high.columns.resize(1);
