@@ -6,6 +6,7 @@
 #include "app/store_maker.h"
 #include "frame/user_rights.h"
 #include "support/admin_run.h"
+#include "support/rows_text.h"
 #include "support/temp_directory.h"
 #include "util/text.h"
 
@@ -57,17 +58,7 @@ class AdminPeopleTest : public ::testing::Test {
       EXPECT_NE(said.find(words), std::string::npos) << said;
     }
   }
-  /// Rows as text: fields joined by tabs, rows by line ends.
-  std::string Query(const std::string& sql) {
-    const OpenedStore store(home.string());
-    Line lines;
-    for (Recordset rows = store.Run(sql); !rows.Eof(); rows.MoveNext()) {
-      Line fields;
-      for (std::size_t i = 0; i < rows.ColumnCount(); ++i) fields.push_back(std::as_const(rows).Field(i).TextOrEmpty());
-      lines.push_back(Join(fields, "\t"));
-    }
-    return Join(lines, "\n");
-  }
+  std::string Query(const std::string& sql) { return RowsText(OpenedStore(home.string()).Run(sql)); }
   void Sql(const std::string& sql) { OpenedStore(home.string()).Run(sql); }
   std::string Everything() {
     std::string text;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/failure_of.h"
 #include "support/fake_store.h"
 
 namespace luming {
@@ -12,15 +13,6 @@ class RouterTest : public ::testing::Test {
   FakeStore embedded;
   FakeStore server;
   RoutedConnection connection{[this] { return embedded.Connect(); }, [this] { return server.Connect(); }};
-
-  static std::string FailureOf(const std::function<void()>& step) {
-    try {
-      step();
-    } catch (const Failure& failure) {
-      return failure.description();
-    }
-    return {};
-  }
 };
 
 TEST_F(RouterTest, DataSourceDecidesAtEachOpening) {
@@ -36,11 +28,11 @@ TEST_F(RouterTest, DataSourceDecidesAtEachOpening) {
 
 TEST_F(RouterTest, WhatCannotBeOpenedSaysWhyAndStaysClosed) {
   RoutedConnection embedded_only([this] { return embedded.Connect(); }, nullptr);
-  EXPECT_NE(FailureOf([&] { embedded_only.Open("Data Source=SQL1;"); }).find("SQL1"), std::string::npos);
-  EXPECT_NE(FailureOf([&] { embedded_only.Open(""); }).find("没有指定数据库服务器"), std::string::npos);
+  EXPECT_NE(WordsOf([&] { embedded_only.Open("Data Source=SQL1;"); }).find("SQL1"), std::string::npos);
+  EXPECT_NE(WordsOf([&] { embedded_only.Open(""); }).find("没有指定数据库服务器"), std::string::npos);
   EXPECT_FALSE(embedded_only.IsOpen());
-  EXPECT_EQ(FailureOf([&] { embedded_only.Execute("x"); }), StandardFailure(failure::kClosedObject).description());
-  EXPECT_EQ(FailureOf([&] { embedded_only.Close(); }), "");
+  EXPECT_EQ(WordsOf([&] { embedded_only.Execute("x"); }), StandardFailure(failure::kClosedObject).description());
+  EXPECT_EQ(WordsOf([&] { embedded_only.Close(); }), "");
 }
 
 TEST_F(RouterTest, WhatWasLostIsOpenedAgainOutsideATransaction) {
@@ -58,12 +50,12 @@ TEST_F(RouterTest, WhatWasLostIsOpenedAgainOutsideATransaction) {
   healing.Execute("head");
   server.TakeSent();
   made->Close();
-  EXPECT_NE(FailureOf([&] { healing.Execute("line"); }), "") << "half a document would be stored";
-  EXPECT_NE(FailureOf([&] { healing.RollbackTrans(); }), "");
+  EXPECT_NE(WordsOf([&] { healing.Execute("line"); }), "") << "half a document would be stored";
+  EXPECT_NE(WordsOf([&] { healing.RollbackTrans(); }), "");
   healing.Execute("next");
   EXPECT_EQ(server.TakeSent(), (std::vector<std::string>{"close", "open Data Source=SQL1;", "next"}));
   healing.Close();
-  EXPECT_EQ(FailureOf([&] { healing.Execute("read"); }), StandardFailure(failure::kClosedObject).description());
+  EXPECT_EQ(WordsOf([&] { healing.Execute("read"); }), StandardFailure(failure::kClosedObject).description());
 }
 
 }  // namespace

@@ -6,8 +6,8 @@
 #include <cstdlib>
 #include <map>
 
+#include "support/failure_of.h"
 #include "support/temp_directory.h"
-#include "util/failure.h"
 #include "util/text.h"
 
 namespace luming {
@@ -49,12 +49,7 @@ class InputMethodsTest : public ::testing::Test {
 
   /// What activating says.
   std::string Refusal(std::int32_t handle) {
-    try {
-      methods.Activate(handle);
-    } catch (const Failure& failure) {
-      return failure.description();
-    }
-    return {};
+    return WordsOf([&] { methods.Activate(handle); });
   }
 
   std::map<std::string, CommandResult> answers;

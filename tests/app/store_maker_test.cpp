@@ -9,6 +9,7 @@
 #include "app/table_file.h"
 #include "frame/local_files.h"
 #include "localdb/local_connection.h"
+#include "support/failure_of.h"
 #include "support/temp_directory.h"
 #include "util/text.h"
 
@@ -16,17 +17,6 @@ namespace luming {
 namespace {
 
 namespace fs = std::filesystem;
-
-/// What the action's failure says; empty when it does not fail.
-template <class Action>
-std::string WordsOf(Action action) {
-  try {
-    action();
-  } catch (const Failure& failure) {
-    return failure.description();
-  }
-  return {};
-}
 
 void ExpectInOrder(const std::string& text, const std::vector<std::string>& parts) {
   std::size_t from = 0;

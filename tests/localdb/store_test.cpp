@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 #include <sqlite3.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <chrono>
 #include <string>
@@ -9,6 +7,7 @@
 
 #include "localdb/local_connection.h"
 #include "platform/sql_script.h"
+#include "support/failure_of.h"
 #include "support/temp_directory.h"
 
 namespace luming::test {
@@ -36,14 +35,10 @@ class StoreTest : public testing::Test {
   }
   long OpenFailure(const std::string& name, std::string* text = nullptr) {
     LocalConnection connection = Connect();
-    try {
-      connection.Open(ConnectionString(name));
-    } catch (const Failure& failure) {
-      EXPECT_FALSE(connection.IsOpen());
-      if (text) *text = failure.description();
-      return failure.number();
-    }
-    return 0;
+    const Failure refused = Caught([&] { connection.Open(ConnectionString(name)); });
+    EXPECT_FALSE(connection.IsOpen());
+    if (text) *text = refused.description();
+    return refused.number();
   }
 
   TempDirectory directory_;
@@ -51,18 +46,21 @@ class StoreTest : public testing::Test {
 };
 
 long FailureOf(Connection& connection, const std::string& sql) {
-  try {
-    connection.Execute(sql);
-  } catch (const Failure& failure) {
-    return failure.number();
-  }
-  return 0;
+  return luming::FailureOf([&] { connection.Execute(sql); });
 }
 
-TEST_F(StoreTest, ADefinitionOfOthersIsSeenBehindOnesOwnUndoneOne) {
-  MakeStore("main");
+/// With the store "s" and a connection to it.
+class OpenStoreTest : public StoreTest {
+ protected:
+  OpenStoreTest() {
+    MakeStore("s");
+    connection.Open(ConnectionString("s"));
+  }
+
   LocalConnection connection = Connect();
-  connection.Open(ConnectionString("main"));
+};
+
+TEST_F(OpenStoreTest, ADefinitionOfOthersIsSeenBehindOnesOwnUndoneOne) {
   connection.BeginTrans();
   connection.Execute("Create Table U(mine int)");
   EXPECT_EQ(FailureOf(connection, "Select mine From U"), 0);
@@ -72,7 +70,7 @@ TEST_F(StoreTest, ADefinitionOfOthersIsSeenBehindOnesOwnUndoneOne) {
   connection.Execute("Create Table U(mine int)");
   connection.RollbackTrans();
   LocalConnection other = Connect();
-  other.Open(ConnectionString("main"));
+  other.Open(ConnectionString("s"));
   other.Execute("Create Table U(theirs int)");
   EXPECT_EQ(FailureOf(connection, "Select theirs From U"), 0);
   EXPECT_NE(FailureOf(connection, "Select mine From U"), 0);
@@ -137,25 +135,21 @@ TEST_F(StoreTest, TellsDamageAndNeverCrashesOnIt) {
     WriteBytes(directory_ / "bad.db", damaged);
     std::filesystem::remove(directory_ / "bad.db-wal");
     LocalConnection connection = Connect();
-    try {
+    const Failure told = Caught([&] {
       connection.Open(ConnectionString("bad"));
       connection.Execute("Select * From T Order By a");
       connection.Execute("Insert into T Values('new')");
-    } catch (const Failure& failure) {
-      EXPECT_FALSE(failure.description().empty());
-    }
+    });
+    EXPECT_EQ(told.number() == 0, told.description().empty());
   }
   WriteBytes(directory_ / "short.db", bytes.substr(0, bytes.size() / 2));
   LocalConnection connection = Connect();
-  std::string text;
-  try {
+  const Failure told = Caught([&] {
     connection.Open(ConnectionString("short"));
     connection.Execute("Select Max(a), Count(*) From T");
-  } catch (const Failure& failure) {
-    EXPECT_EQ(failure.number(), kGeneral);
-    text = failure.description();
-  }
-  EXPECT_NE(text.find("损坏"), std::string::npos) << text;
+  });
+  EXPECT_EQ(told.number(), kGeneral);
+  EXPECT_NE(told.description().find("损坏"), std::string::npos) << told.description();
 }
 
 TEST_F(StoreTest, IsMadeOnceAndKeepsWhatIsWritten) {
@@ -180,32 +174,26 @@ TEST_F(StoreTest, ClosedConnectionsRefuseWork) {
   EXPECT_EQ(FailureOf(connection, "Select 1"), failure::kClosedObject);
 }
 
-TEST_F(StoreTest, ClosingDropsAnOpenTransaction) {
-  MakeStore("s");
-  LocalConnection first = Connect();
-  first.Open(ConnectionString("s"));
-  first.BeginTrans();
-  first.Execute("Insert into T Values('lost')");
-  EXPECT_EQ(RowCount(first), "2");
-  first.Close();
-  first.Open(ConnectionString("s"));
-  EXPECT_EQ(RowCount(first), "1");
-  first.BeginTrans();
-  first.Execute("Insert into T Values('found')");
-  first.CommitTrans();
-  EXPECT_EQ(RowCount(first), "2");
-  EXPECT_THROW(first.CommitTrans(), Failure);
-  first.RollbackTrans();
+TEST_F(OpenStoreTest, ClosingDropsAnOpenTransaction) {
+  connection.BeginTrans();
+  connection.Execute("Insert into T Values('lost')");
+  EXPECT_EQ(RowCount(connection), "2");
+  connection.Close();
+  connection.Open(ConnectionString("s"));
+  EXPECT_EQ(RowCount(connection), "1");
+  connection.BeginTrans();
+  connection.Execute("Insert into T Values('found')");
+  connection.CommitTrans();
+  EXPECT_EQ(RowCount(connection), "2");
+  EXPECT_THROW(connection.CommitTrans(), Failure);
+  connection.RollbackTrans();
 }
 
-TEST_F(StoreTest, WaitsForAnotherTransactionThenFailsClearly) {
-  MakeStore("s");
-  LocalConnection first = Connect();
+TEST_F(OpenStoreTest, WaitsForAnotherTransactionThenFailsClearly) {
   LocalConnection second = Connect(150ms);
-  first.Open(ConnectionString("s"));
   second.Open(ConnectionString("s"));
-  first.BeginTrans();
-  first.Execute("Insert into T Values('first')");
+  connection.BeginTrans();
+  connection.Execute("Insert into T Values('first')");
 
   // Readers are not held up, and do not see what is not committed.
   EXPECT_EQ(RowCount(second), "1");
@@ -213,9 +201,9 @@ TEST_F(StoreTest, WaitsForAnotherTransactionThenFailsClearly) {
   EXPECT_THROW(second.BeginTrans(), Failure);
   EXPECT_TRUE(second.IsOpen());
 
-  std::thread commit([&first] {
+  std::thread commit([this] {
     std::this_thread::sleep_for(50ms);
-    first.CommitTrans();
+    connection.CommitTrans();
   });
   LocalConnection patient = Connect(5000ms);
   patient.Open(ConnectionString("s"));
@@ -224,44 +212,10 @@ TEST_F(StoreTest, WaitsForAnotherTransactionThenFailsClearly) {
   EXPECT_EQ(RowCount(patient), "2");
   patient.Execute("Insert into T Values('patient')");
   patient.CommitTrans();
-  EXPECT_EQ(RowCount(first), "3");
-}
-
-TEST_F(StoreTest, KilledProgramLeavesNothingUncommitted) {
-  MakeStore("s");
-  int ready[2];
-  ASSERT_EQ(pipe(ready), 0);
-  pid_t child = fork();
-  ASSERT_GE(child, 0);
-  if (child == 0) {
-    LocalConnection connection(directory_.Path(), clock_, 200ms);
-    connection.Open(ConnectionString("s"));
-    connection.Execute("Insert into T Values('committed')");
-    connection.BeginTrans();
-    for (int i = 0; i < 2000; ++i) connection.Execute("Insert into T Values('open" + std::to_string(i) + "')");
-    bool told = write(ready[1], "x", 1) == 1;
-    while (told) pause();
-    _exit(1);
-  }
-  char told = 0;
-  ASSERT_EQ(read(ready[0], &told, 1), 1);
-  ASSERT_EQ(kill(child, SIGKILL), 0);
-  int status = 0;
-  ASSERT_EQ(waitpid(child, &status, 0), child);
-  close(ready[0]);
-  close(ready[1]);
-
-  LocalConnection connection = Connect();
-  connection.Open(ConnectionString("s"));
-  EXPECT_EQ(connection.Execute("Select a From T Order By a").RecordCount(), 2);
-  connection.Execute("Insert into T Values('after')");
   EXPECT_EQ(RowCount(connection), "3");
 }
 
-TEST_F(StoreTest, ErrorThatRollsBackHoldsTheRestOfTheDocumentBack) {
-  MakeStore("s");
-  LocalConnection connection = Connect();
-  connection.Open(ConnectionString("s"));
+TEST_F(OpenStoreTest, ErrorThatRollsBackHoldsTheRestOfTheDocumentBack) {
   connection.Execute("Create Table N(n int null)");
   connection.BeginTrans();
   connection.Execute("Insert into T Values('head')");
@@ -276,28 +230,22 @@ TEST_F(StoreTest, ErrorThatRollsBackHoldsTheRestOfTheDocumentBack) {
   EXPECT_EQ(RowCount(connection), "2");
 }
 
-TEST_F(StoreTest, SeesTheDefinitionsThatAnotherProgramMakes) {
-  MakeStore("s");
-  LocalConnection first = Connect();
+TEST_F(OpenStoreTest, SeesTheDefinitionsThatAnotherProgramMakes) {
   LocalConnection second = Connect();
-  first.Open(ConnectionString("s"));
   second.Open(ConnectionString("s"));
   EXPECT_EQ(FailureOf(second, "Exec P"), failure::kSyntax);
-  first.Execute("Create Procedure P As Select 1 AS n");
+  connection.Execute("Create Procedure P As Select 1 AS n");
   EXPECT_EQ(second.Execute("Exec P").Field("n").Text(), "1");
-  first.Execute("Alter Procedure P As Select 2 AS n");
+  connection.Execute("Alter Procedure P As Select 2 AS n");
   EXPECT_EQ(second.Execute("Exec P").Field("n").Text(), "2");
-  first.Execute("Create Table New(a int)");
+  connection.Execute("Create Table New(a int)");
   second.Execute("Insert into New Values(1)");
   EXPECT_EQ(second.Execute("Select a From New").RecordCount(), 1);
-  first.Execute("Drop Table New");
+  connection.Execute("Drop Table New");
   EXPECT_EQ(FailureOf(second, "Select a From New"), failure::kMissingObject);
 }
 
-TEST_F(StoreTest, DefinitionsAreUndoneWithTheirTransaction) {
-  MakeStore("s");
-  LocalConnection connection = Connect();
-  connection.Open(ConnectionString("s"));
+TEST_F(OpenStoreTest, DefinitionsAreUndoneWithTheirTransaction) {
   connection.BeginTrans();
   connection.Execute("Create Table Gone(a int) Insert into Gone Values(1)");
   connection.RollbackTrans();
@@ -306,10 +254,7 @@ TEST_F(StoreTest, DefinitionsAreUndoneWithTheirTransaction) {
   EXPECT_EQ(connection.Execute("Select b From Gone").RecordCount(), 0);
 }
 
-TEST_F(StoreTest, TemporaryTablesGoWithTheirTransactionOrTheirConnection) {
-  MakeStore("s");
-  LocalConnection connection = Connect();
-  connection.Open(ConnectionString("s"));
+TEST_F(OpenStoreTest, TemporaryTablesGoWithTheirTransactionOrTheirConnection) {
   connection.Execute("Create Table #Kept(a int) Insert into #Kept Values(1)");
   connection.BeginTrans();
   connection.Execute("Create Table #Gone(a int) Insert into #Gone Values(1)");
@@ -323,30 +268,21 @@ TEST_F(StoreTest, TemporaryTablesGoWithTheirTransactionOrTheirConnection) {
   EXPECT_EQ(FailureOf(connection, "Select * From #Kept"), failure::kMissingObject);
 }
 
-TEST_F(StoreTest, ScriptsRunWholeOrNotAtAll) {
-  MakeStore("s");
-  LocalConnection connection = Connect();
-  connection.Open(ConnectionString("s"));
+TEST_F(OpenStoreTest, ScriptsRunWholeOrNotAtAll) {
   RunScript(
       connection,
       "Insert into T Values('1')\r\nGO\r\nCreate Procedure P As Select 'x' AS x\r\ngo\n\nInsert into T Values('2')");
   EXPECT_EQ(RowCount(connection), "3");
   EXPECT_EQ(connection.Execute("Exec P").Field("x").Text(), "x");
-  try {
-    RunScript(connection, "Insert into T Values('3')\nGO\n\nSelect * From Missing\nGO\n");
-    FAIL() << "the script has run";
-  } catch (const Failure& failure) {
-    EXPECT_EQ(failure.number(), failure::kMissingObject);
-    EXPECT_NE(failure.description().find("第 3 行"), std::string::npos) << failure.description();
-    EXPECT_EQ(failure.source(), "鹿鸣内嵌数据库");
-  }
+  const Failure told =
+      Caught([&] { RunScript(connection, "Insert into T Values('3')\nGO\n\nSelect * From Missing\nGO\n"); });
+  EXPECT_EQ(told.number(), failure::kMissingObject);
+  EXPECT_NE(told.description().find("第 3 行"), std::string::npos) << told.description();
+  EXPECT_EQ(told.source(), "鹿鸣内嵌数据库");
   EXPECT_EQ(RowCount(connection), "3");
 }
 
-TEST_F(StoreTest, FieldsComeInTheTypesOfTheirColumns) {
-  MakeStore("s");
-  LocalConnection connection = Connect();
-  connection.Open(ConnectionString("s"));
+TEST_F(OpenStoreTest, FieldsComeInTheTypesOfTheirColumns) {
   Recordset rows = connection.Execute(
       "Select Cast(1 as bit) b, Cast(2 as smallint) i, Cast(3 as decimal(18,2)) d, Cast(4 as float) f, 'x' t, "
       "Cast('2026-03-01' as datetime) m, Null n, Count(*) c, Sum(1.5) s From T");
@@ -363,10 +299,7 @@ TEST_F(StoreTest, FieldsComeInTheTypesOfTheirColumns) {
   EXPECT_FALSE(connection.Execute("Update T Set a=a").IsOpen());
 }
 
-TEST_F(StoreTest, BadBytesInATextAreNoTrouble) {
-  MakeStore("s");
-  LocalConnection connection = Connect();
-  connection.Open(ConnectionString("s"));
+TEST_F(OpenStoreTest, BadBytesInATextAreNoTrouble) {
   connection.Execute("Insert into T Values('a\xff\xfe')");
   EXPECT_EQ(connection.Execute("Select a From T Where a Like'a%'").RecordCount(), 1);
   std::string with_zero = "Select 'a" + std::string(1, '\0') + "b'";

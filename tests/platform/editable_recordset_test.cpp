@@ -99,14 +99,5 @@ TEST_F(EditableRecordsetTest, MisuseIsAFailure) {
   EXPECT_EQ(rows.RecordCount(), 2);
 }
 
-TEST(SqlLiteralTest, WritesEachKindOfValue) {
-  EXPECT_EQ(SqlLiteral(Value()), "Null");
-  EXPECT_EQ(SqlLiteral(Value(true)), "1");
-  EXPECT_EQ(SqlLiteral(Value(12)), "12");
-  EXPECT_EQ(SqlLiteral(Value(0.1)), "0.1");
-  EXPECT_EQ(SqlLiteral(Value("a'b")), "'a''b'");
-  EXPECT_EQ(SqlLiteral(Value(DateTime(2026, 3, 1, 8, 5, 9))), "'2026-03-01 08:05:09'");
-}
-
 }  // namespace
 }  // namespace luming

@@ -94,13 +94,9 @@ TEST(OdbcDriverTest, TheMakersNewestComesFirstThenFreeTds) {
 }
 
 TEST(OdbcApiTest, MissingDriverManagerSaysWhatToInstall) {
-  try {
-    LoadOdbc("libnosuchodbc.so.9");
-    FAIL() << "there is no such library";
-  } catch (const Failure& failure) {
-    EXPECT_EQ(failure.number(), failure::kGeneralProvider);
-    EXPECT_NE(failure.description().find("tdsodbc"), std::string::npos) << failure.description();
-  }
+  const Failure missing = Caught([] { LoadOdbc("libnosuchodbc.so.9"); });
+  EXPECT_EQ(missing.number(), failure::kGeneralProvider);
+  EXPECT_NE(missing.description().find("tdsodbc"), std::string::npos) << missing.description();
 }
 
 }  // namespace

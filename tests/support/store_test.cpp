@@ -80,19 +80,6 @@ std::unique_ptr<Connection> StoreTest::OpenStore() {
                                              [this](const TracedStatement& sent) { sent_.push_back(sent.sql); });
 }
 
-std::string StoreTest::Query(const std::string& sql) {
-  std::vector<std::string> lines;
-  for (Recordset rows = beside_->Execute(sql); !rows.Eof(); rows.MoveNext()) {
-    std::vector<std::string> fields;
-    for (std::size_t i = 0; i < rows.ColumnCount(); ++i) {
-      const Value& value = std::as_const(rows).Field(i);
-      fields.push_back(value.IsNull() ? "NULL" : value.Text());
-    }
-    lines.push_back(Join(fields, "\t"));
-  }
-  return Join(lines, "\n");
-}
-
 std::vector<std::string> StoreTest::TakeSent() {
   return std::exchange(sent_, {});
 }

@@ -11,6 +11,7 @@
 #include "frame/app_context.h"
 #include "localdb/local_connection.h"
 #include "support/fake_output.h"
+#include "support/rows_text.h"
 #include "support/scripted_desktop.h"
 #include "support/temp_directory.h"
 #include "util/clock.h"
@@ -28,8 +29,8 @@ class StoreTest : public ::testing::Test {
  protected:
   StoreTest();
 
-  /// Rows of a statement beside the program: fields joined by tabs, rows by line ends, NULL as "NULL".
-  std::string Query(const std::string& sql);
+  /// Rows of a statement beside the program.
+  std::string Query(const std::string& sql) { return RowsText(beside_->Execute(sql)); }
   void Run(const std::string& sql) { beside_->Execute(sql); }
 
   /// Statements and transaction steps that the program sent since the last call.

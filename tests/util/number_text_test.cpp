@@ -140,36 +140,6 @@ TEST(NumberText, DefaultTextHasFifteenDigitsAndNoTrailingZeros) {
   for (const auto& [value, text] : cases) EXPECT_EQ(NumberText(value), text);
 }
 
-std::string PrintedText(double value) {
-  char text[40];
-  std::snprintf(text, sizeof text, "%.15G", value);
-  return text;
-}
-
-/// Doubles of all sizes, some of few digits, the same in each run.
-class Doubles {
- public:
-  double Next() {
-    const double mantissa = std::uniform_real_distribution<double>(-10, 10)(random_);
-    const int power = std::uniform_int_distribution<int>(-20, 20)(random_);
-    const int places = std::uniform_int_distribution<int>(0, 16)(random_);
-    const double scale = std::pow(10.0, places);
-    return std::round(mantissa * scale) / scale * std::pow(10.0, power);
-  }
-
- private:
-  std::mt19937_64 random_{20260301};
-};
-
-TEST(NumberText, DefaultTextAgreesWithTheCLibraryOnManyDoubles) {
-  Doubles doubles;
-  for (int i = 0; i < 50'000; ++i) {
-    double value = doubles.Next();
-    if (value == 0) value = 0;  // the C library would show the sign of a negative zero
-    ASSERT_EQ(NumberText(value), PrintedText(value));
-  }
-}
-
 struct Formatted {
   double value;
   const char* picture;
