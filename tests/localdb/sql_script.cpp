@@ -60,6 +60,29 @@ class SqlScriptTest : public testing::Test {
   std::unique_ptr<SqlStage> stage_;
 };
 
+/// "SQL => outcome" in one line. False for any other line.
+bool ReadOneLineStep(const std::string& line, SqlStep& step) {
+  const std::string arrow = " => ";
+  const std::size_t end = line.rfind(arrow);
+  if (end == std::string::npos) return false;
+  const std::size_t colon = line.find(": ");
+  const bool some_columns = colon < line.find(' ');
+  if (some_columns) step.columns = Split(line.substr(0, colon), ",");
+  const std::size_t start = some_columns ? colon + 2 : 0;
+  step.sql = line.substr(start, end - start);
+  const std::string outcome = line.substr(end + arrow.size());
+  if (outcome == "ok") return true;
+  if (outcome.starts_with("error ")) {
+    step.kind = SqlStep::Kind::kError;
+    step.expected = outcome.substr(6);
+    return true;
+  }
+  step.kind = SqlStep::Kind::kQuery;
+  if (outcome == "(no rows)") return true;
+  for (const std::string& row : Split(outcome, " | ")) step.expected += row + "\n";
+  return true;
+}
+
 }  // namespace
 
 std::vector<SqlStep> ReadSqlScript(std::string_view text) {
@@ -74,17 +97,18 @@ std::vector<SqlStep> ReadSqlScript(std::string_view text) {
     if (!in_step) {
       SqlStep step;
       step.line = line_number;
-      if (line.starts_with("error ")) {
-        step.kind = SqlStep::Kind::kError;
-        step.expected = line.substr(6);
-      } else if (line == "query" || line.starts_with("query ")) {
+      in_step = !ReadOneLineStep(line, step);
+      if (!in_step) {
+        steps.push_back(step);
+        continue;
+      }
+      if (line == "query" || line.starts_with("query ")) {
         step.kind = SqlStep::Kind::kQuery;
         if (line != "query") step.columns = Split(line.substr(6), ",");
       } else if (line != "ok") {
-        throw std::runtime_error("line " + std::to_string(line_number) + ": ok, query or error wanted");
+        throw std::runtime_error("line " + std::to_string(line_number) + ": ok, query or SQL => outcome wanted");
       }
       steps.push_back(step);
-      in_step = true;
     } else if (in_rows) {
       steps.back().expected += line + "\n";
     } else if (line == "=>" && steps.back().kind == SqlStep::Kind::kQuery) {
