@@ -61,9 +61,10 @@ class AdminPeopleTest : public ::testing::Test {
   std::string Query(const std::string& sql) { return RowsText(OpenedStore(home.string()).Run(sql)); }
   void Sql(const std::string& sql) { OpenedStore(home.string()).Run(sql); }
   std::string Everything() {
+    const OpenedStore store(home.string());
     std::string text;
     for (const char* table : {"userdb", "QX_Temp2", "Yf_sq", "YF_YKLX", "YFYK_LinkItem"}) {
-      text += Query("Select * From " + std::string(table)) + "\n\n";
+      text += RowsText(store.Run("Select * From " + std::string(table))) + "\n\n";
     }
     return text;
   }

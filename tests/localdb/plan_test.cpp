@@ -150,11 +150,11 @@ TEST_F(PlanTest, OldPlansMakeRoomForNewOnes) {
   EXPECT_EQ(small.size(), 2U);
 }
 
-TEST_F(PlanTest, AMillionRowsStayFast) {
+TEST_F(PlanTest, ManyRowsStayFast) {
   sqlite3* store = session_->store.get();
   Run("Create Table M(code varchar(20) not null, n int) Create Index IX_M On M(code)");
   RunPlain(store,
-           "INSERT INTO M(code, n) WITH RECURSIVE c(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM c WHERE i < 1000000) "
+           "INSERT INTO M(code, n) WITH RECURSIVE c(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM c WHERE i < 100000) "
            "SELECT printf('D%07d', i), i FROM c");
   auto reads = [&](const std::string& sql) {
     // Steps of the engine's machine are counted in thousands; no clock is asked.
@@ -165,9 +165,9 @@ TEST_F(PlanTest, AMillionRowsStayFast) {
     sqlite3_progress_handler(store, 0, nullptr, nullptr);
     return thousands;
   };
-  EXPECT_LT(reads("Select n From M Where code Like'd0500000'"), 2);
-  EXPECT_LT(reads("Select n From M Where code Like'd05000%'"), 5);
-  EXPECT_LT(reads("Update M Set n=n+1 Where code Like'D0999999'"), 2);
+  EXPECT_LT(reads("Select n From M Where code Like'd0050000'"), 2);
+  EXPECT_LT(reads("Select n From M Where code Like'd00500%'"), 5);
+  EXPECT_LT(reads("Update M Set n=n+1 Where code Like'D0099999'"), 2);
   EXPECT_LT(reads("Select Top 1 code From M Where code Between 'D0000500' And 'D0000600' Order By code Desc"), 2);
 }
 

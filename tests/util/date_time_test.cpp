@@ -5,7 +5,6 @@
 #include <limits>
 
 #include "support/failure_of.h"
-#include "util/clock.h"
 
 namespace luming {
 namespace {
@@ -72,23 +71,6 @@ TEST(DateTime, RefusesToLeaveItsRange) {
   EXPECT_EQ(FailureOf([] { DateTime(1753, 1, 1).AddSeconds(-1); }), failure::kOverflow);
   EXPECT_EQ(FailureOf([] { DateTime(9999, 12, 31).AddDays(1); }), failure::kOverflow);
   EXPECT_EQ(day.AddYears(7973), DateTime(9999, 3, 1));
-}
-
-TEST(Clock, StandsStillUntilItIsSet) {
-  FixedClock clock(DateTime(2026, 3, 1, 10));
-  EXPECT_EQ(clock.Now(), DateTime(2026, 3, 1, 10));
-  EXPECT_EQ(clock.Today(), DateTime(2026, 3, 1));
-  clock.Set(DateTime(2026, 3, 2, 0, 0, 1));
-  EXPECT_EQ(clock.Today(), DateTime(2026, 3, 2));
-}
-
-TEST(StandardFailure, BearsItsTextAndSource) {
-  EXPECT_EQ(StandardFailure(failure::kInvalidNull).description(), "无效使用 Null");
-  EXPECT_EQ(StandardFailure(failure::kInvalidNull).source(), "luming");
-  EXPECT_EQ(StandardFailure(failure::kClosedObject).description(), "对象关闭时，不允许操作。");
-  EXPECT_EQ(StandardFailure(failure::kClosedObject).source(), "ADODB.Recordset");
-  EXPECT_EQ(StandardFailure(12345).number(), 12345);
-  EXPECT_FALSE(StandardFailure(12345).description().empty());
 }
 
 }  // namespace
