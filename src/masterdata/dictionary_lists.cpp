@@ -16,6 +16,15 @@ std::map<std::string, std::vector<std::string>> ReadDictionaries(AppContext& app
   return dictionaries;
 }
 
+std::vector<std::string> ReadList(AppContext& app, std::string_view sql) {
+  std::vector<std::string> entries;
+  Recordset rows;
+  OpenRs(app, rows, sql);
+  for (; !rows.Eof(); rows.MoveNext()) entries.push_back(rows.Field(0).TextOrEmpty());
+  CloseRs(rows);
+  return entries;
+}
+
 void LoadCombos(AppContext& app, std::string_view sql, const std::vector<DictionaryList>& lists) {
   const auto dictionaries = ReadDictionaries(app, sql);
   for (const DictionaryList& entry : lists) {

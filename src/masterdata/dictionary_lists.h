@@ -19,6 +19,9 @@ struct DictionaryList {
 /// Entries by upper-case `controlid`, each in the order of the rows that `sql` reads from CS. Throws Failure.
 std::map<std::string, std::vector<std::string>> ReadDictionaries(AppContext& app, std::string_view sql);
 
+/// The entries of the first column of a query. Throws Failure.
+std::vector<std::string> ReadList(AppContext& app, std::string_view sql);
+
 /// Adds `DMMC` of each row that `sql` reads from CS to the lists of its `controlid`, in the order of the rows.
 /// Throws Failure when the rows cannot be read.
 void LoadCombos(AppContext& app, std::string_view sql, const std::vector<DictionaryList>& lists);

@@ -12,6 +12,7 @@
 #include "output/grid_print.h"
 #include "output/grid_routines.h"
 #include "output/grid_to_excel.h"
+#include "screen/redraw_pause.h"
 #include "util/number_text.h"
 #include "util/text.h"
 
@@ -19,22 +20,9 @@ namespace luming {
 
 namespace {
 
-constexpr const char* kAllItems = "所有收费项目";
 constexpr const char* kInjections = "针剂";
 constexpr const char* kNoInjections = "非针剂";
 constexpr int kHistoryCommand = 203;
-
-/// Holds the view of a grid back until all cells are set.
-class RedrawPause {
- public:
-  explicit RedrawPause(Grid& grid) : grid_(grid) { grid_.SetReDraw(false); }
-  ~RedrawPause() { grid_.SetReDraw(true); }
-  RedrawPause(const RedrawPause&) = delete;
-  RedrawPause& operator=(const RedrawPause&) = delete;
-
- private:
-  Grid& grid_;
-};
 
 std::vector<ColumnSource> Sources() {
   std::vector<ColumnSource> sources;
@@ -44,29 +32,19 @@ std::vector<ColumnSource> Sources() {
   return sources;
 }
 
-/// The entries of one column of a query.
-std::vector<std::string> ReadList(AppContext& app, std::string_view sql) {
-  std::vector<std::string> entries;
-  Recordset rows;
-  OpenRs(app, rows, sql);
-  for (; !rows.Eof(); rows.MoveNext()) entries.push_back(rows.Field(0).TextOrEmpty());
-  CloseRs(rows);
-  return entries;
-}
-
 }  // namespace
 
 Frm_YPML::Frm_YPML(AppContext& app)
     : Form(app.forms, kName, "药品目录列表", WindowKind::kChild),
       fpSpread1(this, "fpSpread1", CatalogueGridColumns()),
       picker(this, app, PickerSettingsOf(kName), &fpSpread1),
+      fpSpread2(this, app, BatchAmounts::kPurchaseAndWholesale),
       app_(app) {
   constexpr int kCodeAndName = 2;
   fpSpread1.SetFrozenCols(kCodeAndName);
   for (int col = 1; col <= catalogue::kCount; ++col) {
     fpSpread1.SetKind(-1, col, CatalogueColumns()[static_cast<std::size_t>(col) - 1].kind);
   }
-  fpSpread2.SetReadOnly(true);
   TreeView1.node_click.Connect(this, &Frm_YPML::TreeView1_NodeClick);
   fpSpread1.click.Connect(this, &Frm_YPML::fpSpread1_Click);
   fpSpread1.right_click.Connect(this, &Frm_YPML::fpSpread1_RightClick);
@@ -112,19 +90,15 @@ void Frm_YPML::Load() {
   }
   if (TreeView1.Nodes().size() < 2) return;
   TreeView1.Select(1);
-  LoadData(TreeView1.Nodes()[1].text);
+  LoadData(TreeView1.TextOf(1));
 }
 
 void Frm_YPML::BuildTree() {
-  const int root = TreeView1.AddNode(-1, kAllItems, "Master");
-  const auto items = ReadList(app_,
-                              "select sItemName from eK_ChargeItem where ypbz=1 And SitemName in (Select "
-                              "sChargeItemName From YFYK_LinkItem Where sInvItemName Like'" +
-                                  app_.KFMC + "')");
-  for (const std::string& item : items) TreeView1.AddNode(root, item, "key" + item);
-  TreeView1.AddNode(root, kInjections, "keyZJ");
-  TreeView1.AddNode(root, kNoInjections, "keyFZJ");
-  TreeView1.SetExpanded(root, true);
+  TreeView1.Build(app_,
+                  "select sItemName from eK_ChargeItem where ypbz=1 And SitemName in (Select sChargeItemName From "
+                  "YFYK_LinkItem Where sInvItemName Like'" +
+                      app_.KFMC + "')",
+                  {"key", ""}, {{kInjections, "keyZJ"}, {kNoInjections, "keyFZJ"}});
 }
 
 void Frm_YPML::ReadLists() {
@@ -138,7 +112,7 @@ void Frm_YPML::ReadLists() {
 }
 
 void Frm_YPML::TreeView1_NodeClick(int node) {
-  LoadData(TreeView1.Nodes()[static_cast<std::size_t>(node)].text);
+  LoadData(TreeView1.TextOf(node));
 }
 
 /// Whether a drug is an injection shows in its name alone.
@@ -155,7 +129,7 @@ std::string Frm_YPML::ListStatement(const std::string& node) const {
   if (node == kNoInjections) {
     return select + (in_stock ? "YKKCL>0 AND " : " ") + last_character + "<>'针' And " + of_storehouse;
   }
-  if (node == kAllItems) return select + (in_stock ? "YKKCL>0 AND  " : "") + of_storehouse;
+  if (node == ChargeItemTree::kAllItems) return select + (in_stock ? "YKKCL>0 AND  " : "") + of_storehouse;
   return select + "SFXM LIKE'" + node + "'" + (in_stock ? " AND YKKCL>0" : "") + order;
 }
 
@@ -243,38 +217,12 @@ void Frm_YPML::Picker_Picked(PickedBy by) {
   if (by == PickedBy::kDoubleClick) {
     ShowEditor(false);
   } else {
-    ShowBatches(ActiveCode());
+    fpSpread2.ShowBatches(ActiveCode());
   }
 }
 
 void Frm_YPML::fpSpread1_Click(int, int) {
-  ShowBatches(ActiveCode());
-}
-
-void Frm_YPML::ShowBatches(const std::string& code) {
-  if (code.empty()) return;
-  try {
-    Recordset rows;
-    OpenRs(app_, rows, "Select PH,XQ,SL,PFJ,PLJ,RKRQ from YK_CurryPH Where YPBM Like'" + code + "' AND SL>0");
-    const RedrawPause pause(fpSpread2);
-    fpSpread2.SetMaxRows(0);
-    fpSpread2.SetMaxRows(rows.RecordCount());
-    for (int row = 1; !rows.Eof(); rows.MoveNext(), ++row) {
-      const double quantity = rows.Field("SL").NumberOr(0);
-      fpSpread2.SetText(row, 1, rows.Field("PH").TextOrEmpty());
-      fpSpread2.SetText(row, 2, rows.Field("SL").TextOrEmpty());
-      fpSpread2.SetText(row, 3, rows.Field("XQ").Format("yyyy-mm-dd"));
-      fpSpread2.SetText(row, 4, rows.Field("PFJ").Format("0.00"));
-      fpSpread2.SetText(row, 5, rows.Field("PLJ").Format("0.00"));
-      fpSpread2.SetText(row, 6, rows.Field("RKRQ").Format("YYYY-MM-DD"));
-      fpSpread2.SetText(row, 7, FormatNumber(quantity * rows.Field("PFJ").NumberOr(0), "0.00"));
-      fpSpread2.SetText(row, 8, FormatNumber(quantity * rows.Field("PLJ").NumberOr(0), "0.00"));
-    }
-    CloseRs(rows);
-    if (fpSpread2.MaxRows() > 1) GridSumRow(fpSpread2, 1, {7, 8});
-  } catch (const Failure& failure) {
-    ShowDbError(app_, failure);
-  }
+  fpSpread2.ShowBatches(ActiveCode());
 }
 
 void Frm_YPML::Command2_Click() {

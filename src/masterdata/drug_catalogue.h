@@ -3,6 +3,8 @@
 #include <string>
 
 #include "frame/app_context.h"
+#include "masterdata/batch_pane.h"
+#include "masterdata/charge_item_tree.h"
 #include "screen/button.h"
 #include "screen/form.h"
 #include "screen/grid.h"
@@ -19,15 +21,10 @@ class Frm_YPML : public Form {
   static constexpr const char* kName = "Frm_YPML";
   explicit Frm_YPML(AppContext& app);
 
-  Tree TreeView1{this, "TreeView1"};
+  ChargeItemTree TreeView1{this};
   Grid fpSpread1;
   ItemPicker picker;
-  Grid fpSpread2{this,
-                 "fpSpread2",
-                 {GridColumn("批号", 16, Align::kLeft), GridColumn("数量", 10, Align::kRight),
-                  GridColumn("效期", 11, Align::kCentre), GridColumn("进价", 11, Align::kRight),
-                  GridColumn("批发价", 11, Align::kRight), GridColumn("入库日期", 11, Align::kCentre),
-                  GridColumn("进价金额", 14, Align::kRight), GridColumn("批发价金额", 14, Align::kRight)}};
+  BatchPane fpSpread2;
   Label TxtInfo{this, "TxtInfo"};
   Button btnTYYP{this, "btnTYYP", "显示停用药品", &Frm_YPML::btnTYYP_Click};
   Button Command2{this, "Command2", "添加新药品", &Frm_YPML::Command2_Click};
@@ -66,7 +63,6 @@ class Frm_YPML : public Form {
   bool IsTotalRow(int row) const;
   /// Of the active row; empty without one and on the total row.
   std::string ActiveCode() const;
-  void ShowBatches(const std::string& code);
   void ShowEditor(bool modify);
   void ShowHistory();
   void DeleteDrug(const std::string& code);
