@@ -60,11 +60,11 @@ void about::RepairOldPrices() {
     for (; !rs.Eof(); rs.MoveNext()) {
       const std::string code = rs.Field("ypbm").Text();
       Recordset drug;
-      OpenRs(app_, drug, "SELECT LSJ FROM YF_YPML WHERE YPBM='" + code + "'");
+      OpenRs(app_, drug, "SELECT LSJ FROM YF_YPML WHERE YPBM=" + Quoted(code));
       if (drug.Eof()) continue;  // no longer in the catalogue: nothing to repair it from
       const std::string price = NumberText(drug.Field("LSJ").Number());
       CloseRs(drug);
-      if (!ExecSql(app_, "Update yk_yptj SET YLSJ=" + price + " Where ypbm='" + code + "'")) return;
+      if (!ExecSql(app_, "Update yk_yptj SET YLSJ=" + price + " Where ypbm=" + Quoted(code))) return;
     }
     CloseRs(rs);
   } catch (const Failure& failure) {
@@ -75,21 +75,21 @@ void about::RepairOldPrices() {
 void about::FillUploadFields(const std::string& table) {
   try {
     Recordset rs;
-    OpenRs(app_, rs, "Exec SP_GetTableInfo '" + table + "'");
+    OpenRs(app_, rs, "Exec SP_GetTableInfo " + Quoted(table));
     for (; !rs.Eof(); rs.MoveNext()) {
       const std::string name = rs.Field("字段名").Text();
       const std::string upper = UpperAscii(name);
       if (upper == "ID" || upper == "UPLOAD") continue;
       const std::string title = rs.Field("字段说明").TextOrEmpty();
       const std::string kind = rs.Field("类型").TextOrEmpty();
-      const std::string field = table + "','" + name + "','" + title + "','";
+      const Statement field = Quoted(table) + "," + Quoted(name) + "," + Quoted(title) + ",";
       const bool entered =
-          ExecSql(app_, "INSERT INTO DATAGRID_HEAD (Tabel_Name,File_Ename,File_Cname,Filed_Type,File_Show) Values('" +
-                            field + kind + "','1')") &&
+          ExecSql(app_, "INSERT INTO DATAGRID_HEAD (Tabel_Name,File_Ename,File_Cname,Filed_Type,File_Show) Values(" +
+                            field + Quoted(kind) + ",'1')") &&
           ExecSql(app_,
                   "Insert into UploadFileds (Table_Name,FiledsName,FiledsCName,UploadFiledName,"
-                  "UploadFiledCname,FiledType,UploadType) values ('" +
-                      field + name + "','" + title + "','" + kind + "','" + kind + "')");
+                  "UploadFiledCname,FiledType,UploadType) values (" +
+                      field + Quoted(name) + "," + Quoted(title) + "," + Quoted(kind) + "," + Quoted(kind) + ")");
       if (!entered) return;
     }
     CloseRs(rs);

@@ -1,5 +1,7 @@
 #include "frame/change_password.h"
 
+#include "platform/statement.h"
+
 namespace luming {
 
 ChangPassword::ChangPassword(AppContext& app) : Form(app.forms, kName, "更改密码", WindowKind::kDialog), app_(app) {
@@ -49,8 +51,9 @@ void ChangPassword::ComOk_Click() {
 
 void ChangPassword::ChangeTo(const std::string& wanted) {
   try {
-    app_.Cn->Execute("update  userdb set password='" + wanted + "'where username like'" + app_.CurUser.GetUserName +
-                     "'");
+    app_.Cn->Execute(("update  userdb set password=" + Quoted(wanted, NewPassTxt.Caption()) + "where username like" +
+                      Quoted(app_.CurUser.GetUserName))
+                         .text());
     app_.desktop.MsgBox({"密码更改成功！", box::kInformation, "信息"});
     Unload();
   } catch (const Failure& failure) {

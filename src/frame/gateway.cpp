@@ -96,16 +96,15 @@ bool ExecSql(AppContext& app, const Statement& statement) {
 }
 
 bool GetField(AppContext& app, std::string_view table, std::string_view field, std::string_view value) {
-  std::string sql = "Select top 1 ";
-  sql.append(field).append(" From ").append(table).append(" Where ").append(field);
-  sql.append("  Like'").append(value).append("'");
-  const Recordset rs = OpenableConnection(app).Execute(sql);
+  std::string words = "Select top 1 ";
+  words.append(field).append(" From ").append(table).append(" Where ").append(field).append("  Like");
+  const Recordset rs = OpenableConnection(app).Execute(std::move(words) + Quoted(value));
   return rs.RecordCount() > 0;
 }
 
 std::string GetWarehouseStock(AppContext& app, std::string_view drug_code) {
   Recordset rs;
-  OpenRs(app, rs, "Select ykkcl From YF_YPML Where YPBM Like'" + std::string(drug_code) + "'");
+  OpenRs(app, rs, "Select ykkcl From YF_YPML Where YPBM Like" + Quoted(drug_code));
   std::string stock = "0";
   if (rs.RecordCount() > 0) stock = rs.Field(0).Text();
   CloseRs(rs);
@@ -115,7 +114,7 @@ std::string GetWarehouseStock(AppContext& app, std::string_view drug_code) {
 bool ExceedsWarehouseStock(AppContext& app, std::string_view drug_code, double quantity) {
   try {
     Recordset rs;
-    OpenRs(app, rs, "Select ykkcl from yf_ypml Where YPBM Like'" + std::string(drug_code) + "'");
+    OpenRs(app, rs, "Select ykkcl from yf_ypml Where YPBM Like" + Quoted(drug_code));
     return quantity > rs.Field(0).Number();
   } catch (const Failure& failure) {
     ShowDbError(app, failure);

@@ -60,8 +60,8 @@ void SetIme::Com_set_Click() {
     app_.IME = ChosenHandle();
     app_.devices.ActivateKeyboardLayout(app_.IME);
     app_.SearchType = Combo1.Text();
-    if (!ExecSql(app_, "Update UserDB set IME='" + std::to_string(app_.IME) + "',SearchType='" + Combo1.Text() +
-                           "' Where UserName='" + app_.CurUser.GetUserName + "'")) {
+    if (!ExecSql(app_, "Update UserDB set IME=" + Quoted(std::to_string(app_.IME)) + ",SearchType=" + Quoted(Combo1) +
+                           " Where UserName=" + Quoted(app_.CurUser.GetUserName))) {
       return;
     }
     set_handle_ = app_.IME;

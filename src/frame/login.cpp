@@ -58,8 +58,9 @@ void password::TestUserPassword(const std::string& name, const std::string& type
       Combo1.SetFocus();
       return;
     }
-    const Recordset user = app_.Cn->Execute("select * from userdb where username like '" + name +
-                                            "' and password like '" + stripped + "'");
+    const Recordset user =
+        app_.Cn->Execute("select * from userdb where username like " + Quoted(name, Combo1.Caption()) +
+                         " and password like " + Quoted(stripped, Text1.Caption()));
     if (user.RecordCount() == 0) {
       RefusePassword();
       return;
@@ -88,7 +89,8 @@ void password::TakeOver(const Recordset& user, const std::string& name, const st
   operator_now.UserPassword = stripped;
   operator_now.GetUserName = name;
   operator_now.GetGroup = user.Field("group_name").Text();
-  const Recordset unit = app_.Cn->Execute("select SQBH from Yf_sq where username like'" + name + "'");
+  const Recordset unit =
+      app_.Cn->Execute("select SQBH from Yf_sq where username like" + Quoted(name, Combo1.Caption()));
   if (unit.RecordCount() == 1) operator_now.SZSQ = unit.Field(0).Text();
   app_.IME = user.Field("IME").Long();
   app_.SearchType = user.Field("SearchType").Text();
@@ -98,7 +100,8 @@ void password::TakeOver(const Recordset& user, const std::string& name, const st
 
 /// Rights that no row names keep their value, also that of the operator before.
 void password::ReadRights() {
-  Recordset rs = app_.Cn->Execute("Select MoudelKey,QX from QX_Temp2 Where Groupname ='" + app_.CurUser.GetGroup + "'");
+  Recordset rs =
+      app_.Cn->Execute("Select MoudelKey,QX from QX_Temp2 Where Groupname =" + Quoted(app_.CurUser.GetGroup));
   for (; !rs.Eof(); rs.MoveNext()) {
     const OperatorRight* right = FindRight(rs.Field("MoudelKey").TextOrEmpty());
     if (right) app_.CurUser.*right->flag = rs.Field("QX").Bool();

@@ -48,7 +48,7 @@ bool HasRight(const AppContext& app, std::string_view key) {
 
 void CheckRight(AppContext& app, const std::string& key) {
   try {
-    Recordset rs = app.Cn->Execute("Select MoudelName From Qx_Temp Where MoudelKey='" + key + "'");
+    Recordset rs = app.Cn->Execute("Select MoudelName From Qx_Temp Where MoudelKey=" + Quoted(key));
     std::string text = "系统提示您：  \r\n\r\n      ";
     if (rs.RecordCount() > 0) {
       text += "你没有【" + rs.Field("MoudelName").Text() + "】的权限,请您给系统管理员联系。";

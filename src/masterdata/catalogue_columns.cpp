@@ -2,8 +2,6 @@
 
 #include <array>
 
-#include "util/text.h"
-
 namespace luming {
 
 namespace {
@@ -76,19 +74,19 @@ constexpr std::array kSaved = {
     kSP_WBDM, kPZWH, kZCSB, kZLZK, kYBXMBH, kNHXMBH, kGYTJ,   kYYPC,  kDCJL, kZSYP,   kPSPB,   kYLZYFL,
 };
 
-std::string AsSent(const std::string& text, Sent sent) {
+Statement AsSent(const std::string& text, Sent sent, const ValueSource& cell) {
   switch (sent) {
     case Sent::kBare:
-      return text;
+      return Bare(text, cell);
     case Sent::kBareOrNull:
-      return text.empty() ? "null" : text;
+      return text.empty() ? Statement("null") : Bare(text, cell);
     case Sent::kFlag:
-      return text == "0" ? "'0'" : "'1'";
+      return Statement(text == "0" ? "'0'" : "'1'");
     case Sent::kQuoted:
     case Sent::kNot:
       break;
   }
-  return "'" + text + "'";
+  return Quoted(text, cell);
 }
 
 }  // namespace
@@ -105,13 +103,15 @@ std::vector<GridColumn> CatalogueGridColumns() {
   return columns;
 }
 
-std::string CatalogueUpdate(const Grid& grid, int row) {
-  std::vector<std::string> assignments;
+Statement CatalogueUpdate(const Grid& grid, int row) {
+  Statement statement("Update YF_YPML set ");
   for (const catalogue::Column number : kSaved) {
     const CatalogueColumn& column = kColumns[static_cast<std::size_t>(number) - 1];
-    assignments.push_back(column.field + ("=" + AsSent(grid.Text(row, number), column.sent)));
+    if (number != kSaved.front()) statement += ",";
+    statement += column.field;
+    statement += "=" + AsSent(grid.Text(row, number), column.sent, {column.header, row});
   }
-  return "Update YF_YPML set " + Join(assignments, ",") + " where YPBM  LIKE'" + grid.Text(row, kYPBM) + "'";
+  return statement + " where YPBM  LIKE" + Quoted(grid.Text(row, kYPBM), {"编码", row});
 }
 
 }  // namespace luming

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "platform/statement.h"
 #include "screen/grid.h"
 
 namespace luming {
@@ -85,6 +86,6 @@ const std::vector<CatalogueColumn>& CatalogueColumns();
 std::vector<GridColumn> CatalogueGridColumns();
 
 /// The statement that saves a row as its cells stand.
-std::string CatalogueUpdate(const Grid& grid, int row);
+Statement CatalogueUpdate(const Grid& grid, int row);
 
 }  // namespace luming

@@ -4,7 +4,7 @@
 
 namespace luming {
 
-void ChargeItemTree::Build(AppContext& app, std::string_view items, const Keys& keys,
+void ChargeItemTree::Build(AppContext& app, const Statement& items, const Keys& keys,
                            const std::vector<std::pair<std::string, std::string>>& further) {
   Clear();
   const int root = AddNode(-1, kAllItems, "Master");

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "frame/app_context.h"
+#include "platform/statement.h"
 #include "screen/tree.h"
 
 namespace luming {
@@ -26,7 +27,7 @@ class ChargeItemTree : public Tree {
   /// Builds it anew, opened. Failures are the caller's.
   /// @param items statement whose first column names the items
   /// @param further texts and keys of nodes behind the items
-  void Build(AppContext& app, std::string_view items, const Keys& keys,
+  void Build(AppContext& app, const Statement& items, const Keys& keys,
              const std::vector<std::pair<std::string, std::string>>& further = {});
 
   const std::string& TextOf(int node) const { return Nodes()[static_cast<std::size_t>(node)].text; }

@@ -97,10 +97,11 @@ void ek_SFXMGL::RemoveNamelessRows() {
   }
 }
 
-std::string ek_SFXMGL::InsertStatement(int row) const {
-  const auto flag = [&](int col) { return fpSpread1.Text(row, col) == "0" ? "0" : "1"; };
-  return "Insert into eK_ChargeItem (sItemName,YPBZ,SFJKC)values('" + fpSpread1.Text(row, kItem) + "','" +
-         flag(kOfDrugs) + "','" + flag(kInStock) + "')";
+Statement ek_SFXMGL::InsertStatement(int row) const {
+  const auto flag = [&](int col) { return fpSpread1.Text(row, col) == "0" ? "'0'" : "'1'"; };
+  return "Insert into eK_ChargeItem (sItemName,YPBZ,SFJKC)values(" +
+         Quoted(fpSpread1.Text(row, kItem), {fpSpread1.Text(0, kItem), row}) + "," + flag(kOfDrugs) + "," +
+         flag(kInStock) + ")";
 }
 
 /// Not one transaction: a failure leaves the table without the items that were still to come.

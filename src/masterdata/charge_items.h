@@ -3,6 +3,7 @@
 #include <string>
 
 #include "frame/app_context.h"
+#include "platform/statement.h"
 #include "screen/button.h"
 #include "screen/form.h"
 #include "screen/grid.h"
@@ -40,7 +41,7 @@ class ek_SFXMGL : public Form {
   void BeginItem(int row);
   bool NamesAreUnique();
   void RemoveNamelessRows();
-  std::string InsertStatement(int row) const;
+  Statement InsertStatement(int row) const;
 
   AppContext& app_;
 };

@@ -22,6 +22,7 @@ constexpr const char* kUser = "用户";
 constexpr const char* kMarked = "修改";
 constexpr const char* kEverywhere = "所有";
 constexpr const char* kUpwards = "向上";
+constexpr const char* kEntry = "字典内容";
 
 }  // namespace
 
@@ -66,10 +67,10 @@ void sjzd::LinkTo(const std::string& control) {
   Command3.SetVisible(false);
 }
 
-std::string sjzd::ListStatement() const {
-  if (Check1.Checked()) return "select BZ,DM,DMMC,ZD_Type,moudelname From dagl_zd  order by xx";
-  return "select BZ,DM,DMMC,ZD_Type,moudelname From dagl_zd Where MoudelName Like'%" + ModuleOf(AppContext::kTitle) +
-         "%' order by xx";
+Statement sjzd::ListStatement() const {
+  if (Check1.Checked()) return Statement("select BZ,DM,DMMC,ZD_Type,moudelname From dagl_zd  order by xx");
+  return "select BZ,DM,DMMC,ZD_Type,moudelname From dagl_zd Where MoudelName Like" +
+         Quoted("%" + ModuleOf(AppContext::kTitle) + "%") + " order by xx";
 }
 
 void sjzd::ReloadList(const std::string& code) {
@@ -99,7 +100,7 @@ void sjzd::ShowDictionary(int row) {
   const std::string code = shows ? fpSpread1.Text(row, kCode) : std::string();
   const std::string name = shows ? "【" + fpSpread1.Text(row, kDictionaryName) + "】" : std::string();
   CurrentDictionary.SetCaption(shows ? "  当前选择字典" + name : "");
-  fpSpread2.SetText(0, kText, shows ? name + "字典内容" : "");
+  fpSpread2.SetText(0, kText, shows ? name + kEntry : "");
   if (shows && code == code_ && HasMarkedEntries()) return;
   code_ = code;
   fpSpread2.SetMaxRows(0);
@@ -109,7 +110,7 @@ void sjzd::ShowDictionary(int row) {
 bool sjzd::ReadEntries() {
   try {
     Recordset rows;
-    OpenRs(app_, rows, "Select DMMC,id From CS Where ControlID Like'" + code_ + "'");
+    OpenRs(app_, rows, "Select DMMC,id From CS Where ControlID Like" + Quoted(code_));
     fpSpread2.Fill(std::move(rows), {{"DMMC"}, {""}, {"id"}});
     return true;
   } catch (const Failure& failure) {
@@ -188,14 +189,16 @@ bool sjzd::HasMarkedEntries() const {
   return !MarkedEntries().empty();
 }
 
-std::string sjzd::SaveStatement(int row) {
+Statement sjzd::SaveStatement(int row) {
   const std::string text = fpSpread2.Text(row, kText);
   const std::string id = fpSpread2.Text(row, kId);
   const std::string pinyin = GetPYDM(app_, text);
+  const ValueSource cell(kEntry, row);
   if (id.empty()) {
-    return " Insert into CS(Controlid,DM,DMMC) Values ('" + code_ + "','" + pinyin + "','" + text + "')";
+    return " Insert into CS(Controlid,DM,DMMC) Values (" + Quoted(code_) + "," + Quoted(pinyin, cell) + "," +
+           Quoted(text, cell) + ")";
   }
-  return "Update CS Set DMMC='" + text + "',DM='" + pinyin + "' Where ID=" + id;
+  return "Update CS Set DMMC=" + Quoted(text, cell) + ",DM=" + Quoted(pinyin, cell) + " Where ID=" + Bare(id);
 }
 
 void sjzd::Command8_Click() {
@@ -238,7 +241,7 @@ void sjzd::Command9_Click() {
   }
   const Box question{"你真的要删除第" + std::to_string(row) + "行吗?", box::kQuestion + box::kYesNo, "询问"};
   if (app_.desktop.MsgBox(question) != Answer::kYes) return;
-  if (!ExecSql(app_, "Delete CS Where id Like'" + id + "'")) return;
+  if (!ExecSql(app_, "Delete CS Where id Like" + Quoted(id))) return;
   GridDelRow(fpSpread2, row);
   app_.desktop.MsgBox({"删除成功", box::kInformation, "信息"});
 }
@@ -269,8 +272,8 @@ void sjzd::Command6_Click() {
   const Box question{"你真的要删除字典【" + fpSpread1.Text(row, kDictionaryName) + "】吗？",
                      box::kQuestion + box::kYesNo, "询问"};
   if (app_.desktop.MsgBox(question) != Answer::kYes) return;
-  if (!ExecSql(app_, "Delete DAGL_ZD Where DM Like'" + code + "'")) return;
-  const bool entries_gone = ExecSql(app_, "Delete CS Where ControlID Like'" + code + "'");
+  if (!ExecSql(app_, "Delete DAGL_ZD Where DM Like" + Quoted(code))) return;
+  const bool entries_gone = ExecSql(app_, "Delete CS Where ControlID Like" + Quoted(code));
   GridDelRow(fpSpread1, row);
   ShowDictionary(fpSpread1.ActiveRow());
   if (entries_gone) app_.desktop.MsgBox({"删除成功", box::kInformation, "信息"});

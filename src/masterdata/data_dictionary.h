@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "frame/app_context.h"
+#include "platform/statement.h"
 #include "screen/button.h"
 #include "screen/check_box.h"
 #include "screen/combo_box.h"
@@ -89,7 +90,7 @@ class sjzd : public Form {
   void fpSpread1_KeyDown(KeyEvent& event);
   void fpSpread2_Change(int row, int col);
 
-  std::string ListStatement() const;
+  Statement ListStatement() const;
   int FindNext() const;
   int RowOfDictionary(const std::string& code) const;
   void ShowDictionary(int row);
@@ -98,7 +99,7 @@ class sjzd : public Form {
   void MarkEntry(const Entry& entry);
   std::vector<Entry> MarkedEntries() const;
   void RefreshEntries();
-  std::string SaveStatement(int row);
+  Statement SaveStatement(int row);
 
   AppContext& app_;
   std::string code_;  ///< of the dictionary whose entries are shown; empty for none

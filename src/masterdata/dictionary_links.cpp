@@ -61,8 +61,8 @@ void Frm_LinkZD::TreeView1_NodeClick(int node) {
     Recordset rows;
     OpenRs(app_, rows,
            "Select A.id,A.ControlEname,A.ControlCname,B.DMMC  From ZD_LinkTable A left join DAGL_ZD B ON "
-           "A.LINKZD=B.DM Where A.FormName Like'" +
-               form + "' Order by A.XH");
+           "A.LINKZD=B.DM Where A.FormName Like" +
+               Quoted(form) + " Order by A.XH");
     fpSpread1.SetMaxRows(0);
     fpSpread1.Fill(std::move(rows), {{"ControlEname"}, {"ControlCname"}, {"DMMC"}, {""}, {"id"}});
     fpSpread1.SetActiveCell(1, 1);
@@ -96,8 +96,8 @@ void Frm_LinkZD::Command1_Click() {
   bool saved = false;
   for (int row = 1; row <= fpSpread1.MaxRows(); ++row) {
     if (fpSpread1.Text(row, kState) != kMarked) continue;
-    if (!ExecSql(app_, "Update ZD_LinkTable SET LinkZD='" + fpSpread1.Text(row, kCode) +
-                           "' Where ID=" + fpSpread1.Text(row, kId))) {
+    if (!ExecSql(app_, "Update ZD_LinkTable SET LinkZD=" + Quoted(fpSpread1.Text(row, kCode)) +
+                           " Where ID=" + Bare(fpSpread1.Text(row, kId)))) {
       return;
     }
     fpSpread1.SetText(row, kState, "");

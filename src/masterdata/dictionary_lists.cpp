@@ -17,9 +17,13 @@ std::map<std::string, std::vector<std::string>> ReadDictionaries(AppContext& app
 }
 
 std::vector<std::string> ReadList(AppContext& app, std::string_view sql) {
+  return ReadList(app, Statement(std::string(sql)));
+}
+
+std::vector<std::string> ReadList(AppContext& app, const Statement& statement) {
   std::vector<std::string> entries;
   Recordset rows;
-  OpenRs(app, rows, sql);
+  OpenRs(app, rows, statement);
   for (; !rows.Eof(); rows.MoveNext()) entries.push_back(rows.Field(0).TextOrEmpty());
   CloseRs(rows);
   return entries;

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "frame/app_context.h"
+#include "platform/statement.h"
 #include "screen/combo_box.h"
 
 namespace luming {
@@ -21,6 +22,7 @@ std::map<std::string, std::vector<std::string>> ReadDictionaries(AppContext& app
 
 /// The entries of the first column of a query. Throws Failure.
 std::vector<std::string> ReadList(AppContext& app, std::string_view sql);
+std::vector<std::string> ReadList(AppContext& app, const Statement& statement);
 
 /// Adds `DMMC` of each row that `sql` reads from CS to the lists of its `controlid`, in the order of the rows.
 /// Throws Failure when the rows cannot be read.

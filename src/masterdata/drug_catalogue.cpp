@@ -96,8 +96,8 @@ void Frm_YPML::Load() {
 void Frm_YPML::BuildTree() {
   TreeView1.Build(app_,
                   "select sItemName from eK_ChargeItem where ypbz=1 And SitemName in (Select sChargeItemName From "
-                  "YFYK_LinkItem Where sInvItemName Like'" +
-                      app_.KFMC + "')",
+                  "YFYK_LinkItem Where sInvItemName Like" +
+                      Quoted(app_.KFMC) + ")",
                   {"key", ""}, {{kInjections, "keyZJ"}, {kNoInjections, "keyFZJ"}});
 }
 
@@ -107,8 +107,8 @@ void Frm_YPML::ReadLists() {
     const std::string dictionary = CatalogueColumns()[static_cast<std::size_t>(col) - 1].dictionary;
     if (!dictionary.empty()) fpSpread1.SetComboItems(-1, col, dictionaries[dictionary]);
   }
-  fpSpread1.SetComboItems(-1, catalogue::kSCCJ, ReadList(app_, "select CDMC from YPGL_CDWF"));
-  fpSpread1.SetComboItems(-1, catalogue::kSFXM, ReadList(app_, "select sItemName from eK_ChargeItem"));
+  fpSpread1.SetComboItems(-1, catalogue::kSCCJ, ReadList(app_, Statement("select CDMC from YPGL_CDWF")));
+  fpSpread1.SetComboItems(-1, catalogue::kSFXM, ReadList(app_, Statement("select sItemName from eK_ChargeItem")));
 }
 
 void Frm_YPML::TreeView1_NodeClick(int node) {
@@ -116,12 +116,12 @@ void Frm_YPML::TreeView1_NodeClick(int node) {
 }
 
 /// Whether a drug is an injection shows in its name alone.
-std::string Frm_YPML::ListStatement(const std::string& node) const {
+Statement Frm_YPML::ListStatement(const std::string& node) const {
   const bool in_stock = picker.KCXS.Checked();
   const std::string select = "select * from YF_YPML WHERE ";
   const std::string order = " Order by Left(PYDM,1)";
-  const std::string of_storehouse =
-      "SFXM IN (Select sChargeItemName From YFYK_LinkItem Where sInvItemName Like'" + app_.KFMC + "')" + order;
+  const Statement of_storehouse =
+      "SFXM IN (Select sChargeItemName From YFYK_LinkItem Where sInvItemName Like" + Quoted(app_.KFMC) + ")" + order;
   const std::string last_character = "Right(REPLACE(YPMC, ' ',''),1) ";
   if (node == kInjections) {
     return select + (in_stock ? " YKKCL>0 And  " : " ") + last_character + "Like'针' And " + of_storehouse;
@@ -130,7 +130,7 @@ std::string Frm_YPML::ListStatement(const std::string& node) const {
     return select + (in_stock ? "YKKCL>0 AND " : " ") + last_character + "<>'针' And " + of_storehouse;
   }
   if (node == ChargeItemTree::kAllItems) return select + (in_stock ? "YKKCL>0 AND  " : "") + of_storehouse;
-  return select + "SFXM LIKE'" + node + "'" + (in_stock ? " AND YKKCL>0" : "") + order;
+  return select + "SFXM LIKE" + Quoted(node) + (in_stock ? " AND YKKCL>0" : "") + order;
 }
 
 void Frm_YPML::LoadData(const std::string& node) {
@@ -139,13 +139,13 @@ void Frm_YPML::LoadData(const std::string& node) {
 }
 
 void Frm_YPML::btnTYYP_Click() {
-  ShowList("select * From YF_YPML WHERE SFTY=1");
+  ShowList(Statement("select * From YF_YPML WHERE SFTY=1"));
 }
 
-void Frm_YPML::ShowList(const std::string& sql) {
+void Frm_YPML::ShowList(const Statement& statement) {
   try {
     Recordset rows;
-    OpenRs(app_, rows, sql);
+    OpenRs(app_, rows, statement);
     FillGrid(rows);
     CloseRs(rows);
   } catch (const Failure& failure) {
@@ -264,7 +264,7 @@ void Frm_YPML::Command3_Click() {
 
 bool Frm_YPML::HasStock(const std::string& code) {
   Recordset rows;
-  OpenRs(app_, rows, "Select KCL,YKKCL From YF_YPML Where YPBM Like'" + code + "'");
+  OpenRs(app_, rows, "Select KCL,YKKCL From YF_YPML Where YPBM Like" + Quoted(code));
   const bool stocked =
       rows.RecordCount() > 0 && (rows.Field("KCL").NumberOr(0) > 0 || rows.Field("YKKCL").NumberOr(0) > 0);
   CloseRs(rows);
@@ -277,7 +277,7 @@ void Frm_YPML::DeleteDrug(const std::string& code) {
     app_.desktop.MsgBox({"该药品项目还有库存，不能删除。", box::kWarning, "系统提示"});
     return;
   }
-  if (!ExecSql(app_, "Delete yf_ypml where ypbm like'" + code + "'")) return;
+  if (!ExecSql(app_, "Delete yf_ypml where ypbm like" + Quoted(code))) return;
   Del_Row(fpSpread1);
   app_.desktop.MsgBox({"删除成功！", box::kInformation, "提示"});
 }

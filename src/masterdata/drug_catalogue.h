@@ -5,6 +5,7 @@
 #include "frame/app_context.h"
 #include "masterdata/batch_pane.h"
 #include "masterdata/charge_item_tree.h"
+#include "platform/statement.h"
 #include "screen/button.h"
 #include "screen/form.h"
 #include "screen/grid.h"
@@ -57,8 +58,8 @@ class Frm_YPML : public Form {
  private:
   void BuildTree();
   void ReadLists();
-  std::string ListStatement(const std::string& node) const;
-  void ShowList(const std::string& sql);
+  Statement ListStatement(const std::string& node) const;
+  void ShowList(const Statement& statement);
   void AddTotals(double cost, double retail);
   bool IsTotalRow(int row) const;
   /// Of the active row; empty without one and on the total row.

@@ -122,7 +122,7 @@ void eK_YPJBXX::FillD_Form(const std::string& code) {
   filling_ = true;
   try {
     Recordset rows;
-    OpenRs(app_, rows, "select * from yf_ypMl where ypBm like'" + code + "'");
+    OpenRs(app_, rows, "select * from yf_ypMl where ypBm like" + Quoted(code));
     if (rows.RecordCount() > 0) {
       if (Mode == kChanging) GuardChange();
       ShowRow(rows);
@@ -237,7 +237,7 @@ void eK_YPJBXX::SCCJ_Change() {
   if (Trim(SCCJ.Text()).empty()) return HideProducers();
   try {
     Recordset rows;
-    OpenRs(app_, rows, "select * from YPGL_CDWF WHERE PYDM LIKE '" + CleanSearchText(SCCJ.Text()) + "%'");
+    OpenRs(app_, rows, "select * from YPGL_CDWF WHERE PYDM LIKE " + Quoted(CleanSearchText(SCCJ.Text()) + "%"));
     if (rows.RecordCount() > 0) {
       auto& list = app_.forms.Get<Frm_Check>(app_);
       if (!list.taken.IsConnected()) list.taken.Connect(this, &eK_YPJBXX::TakeProducer);

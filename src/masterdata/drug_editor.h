@@ -5,6 +5,7 @@
 
 #include "frame/app_context.h"
 #include "masterdata/drug_choice.h"
+#include "platform/statement.h"
 #include "screen/button.h"
 #include "screen/check_box.h"
 #include "screen/combo_box.h"
@@ -90,7 +91,7 @@ class eK_YPJBXX : public Form, public DrugTaker {
  private:
   struct Assignment {
     const char* column;
-    std::string value;  ///< as T-SQL text
+    Statement value;
   };
   using Assignments = std::vector<Assignment>;
 
@@ -125,8 +126,8 @@ class eK_YPJBXX : public Form, public DrugTaker {
   void SaveNew();
   void SaveChange();
   bool CodeExists(const std::string& code);
-  std::string InsertStatement() const;
-  std::string UpdateStatement() const;
+  Statement InsertStatement() const;
+  Statement UpdateStatement() const;
   Assignments Links() const;
   Assignments Description() const;
   Assignments FiguresAndUse(const std::string& split_price) const;

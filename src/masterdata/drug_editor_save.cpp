@@ -11,24 +11,24 @@ namespace luming {
 
 namespace {
 
-std::string InQuotes(const std::string& text) {
-  return "'" + text + "'";
+Statement Trimmed(const TypedField auto& field) {
+  return Quoted(Trim(field.Text()), field.Caption());
 }
 
-std::string Trimmed(const std::string& text) {
-  return InQuotes(Trim(text));
+/// A figure as it was typed, else what counts for it.
+Statement FigureOr(const char* otherwise, const TextBox& field, const std::string& text) {
+  return Bare(IsNumeric(text) ? text : otherwise, field.Caption());
+}
+Statement FigureOr(const char* otherwise, const TextBox& field) {
+  return FigureOr(otherwise, field, field.Text());
 }
 
-std::string NumberOr(const char* otherwise, const std::string& text) {
-  return IsNumeric(text) ? text : otherwise;
+Statement Flag(const ComboBox& list) {
+  return Statement(list.Text() == "是" ? "1" : "0");
 }
 
-std::string Flag(const ComboBox& list) {
-  return list.Text() == "是" ? "1" : "0";
-}
-
-std::string Flag(const CheckBox& box) {
-  return box.Checked() ? "1" : "0";
+Statement Flag(const CheckBox& box) {
+  return Statement(box.Checked() ? "1" : "0");
 }
 
 std::string WithoutLineEnds(const std::string& text) {
@@ -76,7 +76,7 @@ void eK_YPJBXX::SaveNew() {
   if (!CheckDrug()) return;
   YPBM.SetText(Trim(WithoutLineEnds(YPBM.Text())));
   if (CodeExists(YPBM.Text())) return;
-  if (!ExecSql(app_, InsertStatement())) return;
+  if (!ExecSql(app_, InsertStatement().text())) return;
   if (Check1.Checked()) CleanControl::CleanControlText(*this);
   const Box question{"添加成功,是否继续添加新的药品?", box::kQuestion + box::kYesNo, "系统询问"};
   if (app_.desktop.MsgBox(question) != Answer::kYes) {
@@ -105,81 +105,87 @@ void eK_YPJBXX::SaveChange() {
 
 eK_YPJBXX::Assignments eK_YPJBXX::Links() const {
   return {
-      {"YLZYFL", InQuotes(YLZYFL.Text())},
-      {"YBXMBH", InQuotes(YBXMBH.Text())},
-      {"NHXMBH", InQuotes(NHXMBH.Text())},
+      {"YLZYFL", Quoted(YLZYFL)},
+      {"YBXMBH", Quoted(YBXMBH)},
+      {"NHXMBH", Quoted(NHXMBH)},
   };
 }
 
 eK_YPJBXX::Assignments eK_YPJBXX::Description() const {
   return {
-      {"YPMC", Trimmed(YPMC.Text())}, {"SPMC", Trimmed(SPMC.Text())},  {"GG", Trimmed(GG.Text())},
-      {"DW", InQuotes(DW.Text())},    {"SCCJ", InQuotes(SCCJ.Text())}, {"ABC", InQuotes(ABC.Text())},
-      {"JX", InQuotes(JX.Text())},
+      {"YPMC", Trimmed(YPMC)}, {"SPMC", Trimmed(SPMC)}, {"GG", Trimmed(GG)}, {"DW", Quoted(DW)},
+      {"SCCJ", Quoted(SCCJ)},  {"ABC", Quoted(ABC)},    {"JX", Quoted(JX)},
   };
 }
 
 eK_YPJBXX::Assignments eK_YPJBXX::FiguresAndUse(const std::string& split_price) const {
   return {
-      {"YKKCL", NumberOr("0", KCL.Text())},
-      {"CLB", NumberOr("1", CLB.Text())},
-      {"ZXDW", InQuotes(ZXDW.Text())},
-      {"SFXM", InQuotes(SFXM.Text())},
-      {"CFXL", NumberOr("0", CFXL.Text())},
-      {"YKKCSX", NumberOr("0", KCSX.Text())},
-      {"YKKCXX", NumberOr("0", KCXX.Text())},
-      {"KCSX", NumberOr("0", YFKCSX.Text())},
-      {"KCXX", NumberOr("0", YFKCXX.Text())},
-      {"CLLSJ", NumberOr("0", split_price)},
-      {"PYDM", Trimmed(PYDM.Text())},
-      {"WBDM", Trimmed(WBDM.Text())},
-      {"SP_PYDM", Trimmed(SP_PYDM.Text())},
-      {"SP_WBDM", Trimmed(SP_WBDM.Text())},
+      {"YKKCL", FigureOr("0", KCL)},
+      {"CLB", FigureOr("1", CLB)},
+      {"ZXDW", Quoted(ZXDW)},
+      {"SFXM", Quoted(SFXM)},
+      {"CFXL", FigureOr("0", CFXL)},
+      {"YKKCSX", FigureOr("0", KCSX)},
+      {"YKKCXX", FigureOr("0", KCXX)},
+      {"KCSX", FigureOr("0", YFKCSX)},
+      {"KCXX", FigureOr("0", YFKCXX)},
+      {"CLLSJ", FigureOr("0", CLLSJ, split_price)},
+      {"PYDM", Trimmed(PYDM)},
+      {"WBDM", Trimmed(WBDM)},
+      {"SP_PYDM", Trimmed(SP_PYDM)},
+      {"SP_WBDM", Trimmed(SP_WBDM)},
       {"SFSF", Flag(SFSF)},
       {"ZHJBZ", Flag(ZHJBZ)},
       {"HZYLYY", Flag(HLYY)},
       {"GFYY", Flag(GFYY)},
       {"YBYY", Flag(YBYY)},
-      {"PZWH", Trimmed(PZWH.Text())},
-      {"ZCSB", Trimmed(ZCSB.Text())},
-      {"ZLZK", Trimmed(ZLZK.Text())},
-      {"GYTJ", Trimmed(GYTJ.Text())},
-      {"DCJL", Trimmed(DCJL.Text())},
-      {"YYPC", InQuotes(YYPC.Text())},
+      {"PZWH", Trimmed(PZWH)},
+      {"ZCSB", Trimmed(ZCSB)},
+      {"ZLZK", Trimmed(ZLZK)},
+      {"GYTJ", Trimmed(GYTJ)},
+      {"DCJL", Trimmed(DCJL)},
+      {"YYPC", Quoted(YYPC)},
       {"ZSYP", Flag(ZSYP)},
       {"PSPB", Flag(PSPB)},
   };
 }
 
-std::string eK_YPJBXX::InsertStatement() const {
-  std::vector<std::string> columns;
-  std::vector<std::string> values;
+Statement eK_YPJBXX::InsertStatement() const {
+  Statement columns;
+  Statement values;
   const auto add = [&](const Assignments& part) {
     for (const Assignment& each : part) {
-      columns.emplace_back(each.column);
-      values.push_back(each.value);
+      if (!columns.empty()) {
+        columns += ",";
+        values += ",";
+      }
+      columns += each.column;
+      values += each.value;
     }
   };
-  add({{"JLDW", InQuotes(JLDW.Text())}});
+  add({{"JLDW", Quoted(JLDW)}});
   add(Links());
-  add({{"YPBM", Trimmed(YPBM.Text())}});
+  add({{"YPBM", Trimmed(YPBM)}});
   add(Description());
-  add({{"LSJ", LSJ.Text()}});
+  add({{"LSJ", Bare(LSJ)}});
   add(FiguresAndUse(CLLSJ.Text()));
-  return "Insert Into YF_YPML(" + Join(columns, ",") + ") Values(" + Join(values, ",") + ")";
+  return "Insert Into YF_YPML(" + columns + ") Values(" + values + ")";
 }
 
 /// Prices go with three decimals, although the screen shows four.
-std::string eK_YPJBXX::UpdateStatement() const {
-  std::vector<std::string> set;
+Statement eK_YPJBXX::UpdateStatement() const {
+  Statement set;
   const auto add = [&](const Assignments& part) {
-    for (const Assignment& each : part) set.push_back(each.column + ("=" + each.value));
+    for (const Assignment& each : part) {
+      if (!set.empty()) set += ",";
+      set += each.column + ("=" + each.value);
+    }
   };
   add(Links());
   add(Description());
-  add({{"LSJ", FormatNumberText(LSJ.Text(), "0.000")}, {"JLDW", InQuotes(JLDW.Text())}});
+  add({{"LSJ", Bare(FormatNumberText(LSJ.Text(), "0.000"), LSJ.Caption())}, {"JLDW", Quoted(JLDW)}});
   add(FiguresAndUse(FormatNumberText(CLLSJ.Text(), "0.000")));
-  return "Update YF_YPML SET " + Join(set, ",") + " Where YPBM Like'" + YPBM.Text() + "'";
+  return "Update YF_YPML SET " + set + " Where YPBM Like" + Quoted(YPBM);
 }
 
 }  // namespace luming

@@ -103,17 +103,17 @@ void NHXMXZ::ShowHeads() {
   }
 }
 
-std::string NHXMXZ::Statement() const {
-  const std::string text = CleanSearchText(PM.Text());
-  const std::string drugs = "Select " + Aliases(kDrugFields) + " from drug Where drug_sort Like'";
-  const std::string treatments = "Select " + Aliases(kTreatmentFields) + " From item Where item_sort Like'";
-  return (SearchesDrugs() ? drugs : treatments) + text + "%' Or other_sort Like'" + text + "%'";
+Statement NHXMXZ::SearchStatement() const {
+  const std::string text = CleanSearchText(PM.Text()) + "%";
+  const std::string drugs = "Select " + Aliases(kDrugFields) + " from drug Where drug_sort Like";
+  const std::string treatments = "Select " + Aliases(kTreatmentFields) + " From item Where item_sort Like";
+  return (SearchesDrugs() ? drugs : treatments) + Quoted(text) + " Or other_sort Like" + Quoted(text);
 }
 
 void NHXMXZ::Search() {
   try {
     Recordset rows;
-    OpenRs(app_, rows, Statement());
+    OpenRs(app_, rows, SearchStatement());
     std::vector<ColumnSource> sources;
     for (const CatalogueField& field : FieldsOf(SearchesDrugs())) {
       sources.push_back({field.caption});

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "frame/app_context.h"
+#include "platform/statement.h"
 #include "screen/combo_box.h"
 #include "screen/form.h"
 #include "screen/grid.h"
@@ -35,7 +36,7 @@ class NHXMXZ : public Form {
   void Search();
   bool SearchesDrugs() const;
   void ShowHeads();
-  std::string Statement() const;
+  Statement SearchStatement() const;
   void PM_KeyDown(KeyEvent& event);
   void fpSpread1_KeyDown(KeyEvent& event);
   void fpSpread1_DblClick(int row, int col);

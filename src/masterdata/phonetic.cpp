@@ -1,5 +1,6 @@
 #include "masterdata/phonetic.h"
 
+#include "platform/statement.h"
 #include "util/text.h"
 
 namespace luming {
@@ -21,7 +22,7 @@ std::string PhoneticCode(AppContext& app, std::string_view text, const std::stri
         continue;
       }
       if (!app.Cn) throw StandardFailure(failure::kBadConnection);
-      const Recordset found = app.Cn->Execute(query + character + "'");
+      const Recordset found = app.Cn->Execute(query + Quoted(character));
       if (found.RecordCount() > 0) code += Left(found.Field(0).TextOrEmpty(), letters);
     }
     return code;
@@ -33,11 +34,11 @@ std::string PhoneticCode(AppContext& app, std::string_view text, const std::stri
 }  // namespace
 
 std::string GetPYDM(AppContext& app, std::string_view text) {
-  return PhoneticCode(app, text, "SELECT PY FROM GY_HZBM WHERE HZ='", std::string::npos);
+  return PhoneticCode(app, text, "SELECT PY FROM GY_HZBM WHERE HZ=", std::string::npos);
 }
 
 std::string GetWBDM(AppContext& app, std::string_view text) {
-  return PhoneticCode(app, text, "SELECT WB FROM GY_HZBM WHERE HZ='", 1);
+  return PhoneticCode(app, text, "SELECT WB FROM GY_HZBM WHERE HZ=", 1);
 }
 
 }  // namespace luming

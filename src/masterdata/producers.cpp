@@ -32,19 +32,19 @@ Layout YPGL_CDWF::Arrange() const {
 void YPGL_CDWF::Load() {
   CleanControl::SetControlColor(*this);
   GridInit(DataGrid1);
-  OpenList("select * from YPGL_CDWF");
+  OpenList(Statement("select * from YPGL_CDWF"));
 }
 
 void YPGL_CDWF::Search_Change() {
   const std::string text = Replace(Trim(Search.Text()), ";", "");
-  OpenList("select * from YPGL_CDWF where pydm like '" + text + "%'");
+  OpenList(Statement(("select * from YPGL_CDWF where pydm like " + Quoted(text + "%", Search.Caption())).text()));
 }
 
-void YPGL_CDWF::OpenList(const std::string& sql) {
+void YPGL_CDWF::OpenList(const Statement& statement) {
   producers = EditableRecordset();
   try {
     ConnectDb(app_);
-    producers = EditableRecordset(app_.Cn, sql, {"YPGL_CDWF", "id"});
+    producers = EditableRecordset(app_.Cn, statement, {"YPGL_CDWF", "id"});
   } catch (const Failure& failure) {
     app_.desktop.MsgBox({"出错信息：" + failure.description(), box::kWarning, "系统提示"});
   }

@@ -43,7 +43,7 @@ class YPGL_CDWF : public Form {
   void Com_XG_Click();
   void Com_DEL_Click();
   void Com_TC_Click() { Unload(); }
-  void OpenList(const std::string& sql);
+  void OpenList(const Statement& statement);
   void OpenDialog(const std::string& caption);
   /// Makes the grid's active row the recordset's current one. @return false when there is none
   bool TakeActiveRow();

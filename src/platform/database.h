@@ -10,7 +10,6 @@
 #include <variant>
 #include <vector>
 
-#include "platform/statement.h"
 #include "util/date_time.h"
 #include "util/failure.h"
 

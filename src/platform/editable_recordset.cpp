@@ -44,10 +44,11 @@ std::string SqlLiteral(const Value& value) {
   return std::visit([](const auto& data) { return Literal(data); }, value.data());
 }
 
-EditableRecordset::EditableRecordset(std::shared_ptr<Connection> connection, std::string_view sql, EditableTable table)
+EditableRecordset::EditableRecordset(std::shared_ptr<Connection> connection, const Statement& statement,
+                                     EditableTable table)
     : connection_(std::move(connection)), table_(std::move(table)) {
   if (!connection_) throw StandardFailure(failure::kBadConnection);
-  Recordset read = connection_->Execute(sql);
+  Recordset read = connection_->Execute(statement);
   columns_ = read.ColumnNames();
   ColumnIndex(table_.key);
   rows_.reserve(static_cast<std::size_t>(read.RecordCount()));

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/database.h"
+#include "platform/statement.h"
 
 namespace luming {
 
@@ -22,8 +23,8 @@ struct EditableTable {
 class EditableRecordset {
  public:
   EditableRecordset() = default;  ///< closed: whatever asks it for rows is failure 3704
-  /// @param sql reads rows of `table`, the key column among the fields; positioned on the first row
-  EditableRecordset(std::shared_ptr<Connection> connection, std::string_view sql, EditableTable table);
+  /// @param statement reads rows of `table`, the key column among the fields; positioned on the first row
+  EditableRecordset(std::shared_ptr<Connection> connection, const Statement& statement, EditableTable table);
 
   bool IsOpen() const { return connection_ != nullptr; }
   int RecordCount() const;

@@ -91,6 +91,38 @@ Statement& Statement::operator+=(const Bare& value) {
   return *this;
 }
 
+Statement operator+(Statement left, std::string_view right) {
+  left += right;
+  return left;
+}
+
+Statement operator+(Statement left, const Statement& right) {
+  left += right;
+  return left;
+}
+
+Statement operator+(Statement left, const Quoted& right) {
+  left += right;
+  return left;
+}
+
+Statement operator+(Statement left, const Bare& right) {
+  left += right;
+  return left;
+}
+
+Statement operator+(std::string left, const Statement& right) {
+  return Statement(std::move(left)) + right;
+}
+
+Statement operator+(std::string left, const Quoted& right) {
+  return Statement(std::move(left)) + right;
+}
+
+Statement operator+(std::string left, const Bare& right) {
+  return Statement(std::move(left)) + right;
+}
+
 Statement DayOrNull(std::string_view text) {
   return IsDate(text) ? Statement(Quoted(text)) : Statement("Null");
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <concepts>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -17,10 +18,18 @@ struct ValueSource {
   int row = 0;              ///< of the grid, 1 is the first; 0: no cell
 };
 
+/// A field of a screen: what the operator typed, and what the field is called.
+template <class Type>
+concept TypedField = requires(const Type& field) {
+  { field.Text() } -> std::same_as<const std::string&>;
+  { field.Caption() } -> std::same_as<const std::string&>;
+};
+
 /// A text as a statement takes it, between single quotes and otherwise as it stands: one that holds a quote breaks the
 /// statement, a pair of adjacent ones is one quote. A view, to be used up in the expression that makes it.
 struct Quoted {
   explicit Quoted(std::string_view value, ValueSource from = {}) : text(value), source(from) {}
+  explicit Quoted(const TypedField auto& field) : text(field.Text()), source(field.Caption()) {}
 
   std::string_view text;
   ValueSource source;
@@ -29,6 +38,7 @@ struct Quoted {
 /// The text of a figure as a statement takes it, without quotes. A view like Quoted.
 struct Bare {
   explicit Bare(std::string_view value, ValueSource from = {}) : text(value), source(from) {}
+  explicit Bare(const TypedField auto& field) : text(field.Text()), source(field.Caption()) {}
 
   std::string_view text;
   ValueSource source;
@@ -66,20 +76,13 @@ class Statement {
   std::string flaw_;
 };
 
-template <class Part>
-Statement operator+(Statement left, const Part& right) {
-  left += right;
-  return left;
-}
-inline Statement operator+(std::string left, const Statement& right) {
-  return Statement(std::move(left)) + right;
-}
-inline Statement operator+(std::string left, const Quoted& right) {
-  return Statement(std::move(left)) + right;
-}
-inline Statement operator+(std::string left, const Bare& right) {
-  return Statement(std::move(left)) + right;
-}
+Statement operator+(Statement left, std::string_view right);
+Statement operator+(Statement left, const Statement& right);
+Statement operator+(Statement left, const Quoted& right);
+Statement operator+(Statement left, const Bare& right);
+Statement operator+(std::string left, const Statement& right);
+Statement operator+(std::string left, const Quoted& right);
+Statement operator+(std::string left, const Bare& right);
 
 /// A day or moment as a quoted text; the bare word Null for a text that is no date.
 Statement DayOrNull(std::string_view text);

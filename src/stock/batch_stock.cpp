@@ -27,7 +27,7 @@ class BatchDraw {
 
  private:
   void DrawNamed(const std::string& batch) {
-    const Recordset rows = Batches(" AND PH Like'" + batch + "'");
+    const Recordset rows = Batches(" AND PH Like" + Quoted(batch, "批号"));
     if (rows.Eof()) return;
     const std::string id = rows.Field("ID").Text();
     if (quantity_ <= rows.Field("SL").Number()) {
@@ -43,7 +43,7 @@ class BatchDraw {
   }
 
   void DrawOldest(Closing closing) {
-    Recordset rows = Batches("");
+    Recordset rows = Batches({});
     if (rows.Eof()) return;
     double remainder = quantity_;
     if (rows.RecordCount() == 1) {
@@ -65,15 +65,15 @@ class BatchDraw {
     if (remainder > 0) DeleteDrug();
   }
 
-  Recordset Batches(const std::string& further_condition) {
-    return connection_.Execute("Select ID,SL From YK_CurryPH Where YPBM Like'" + code_ + "'" + further_condition +
-                               " Order by RKRQ");
+  Recordset Batches(const Statement& further_condition) {
+    return connection_.Execute("Select ID,SL From YK_CurryPH Where YPBM Like" + Quoted(code_, "编码") +
+                               further_condition + " Order by RKRQ");
   }
   void Reduce(const std::string& id, double quantity) {
-    connection_.Execute("Update YK_CurryPH Set SL=SL" + Less(quantity) + " Where ID=" + id);
+    connection_.Execute("Update YK_CurryPH Set SL=SL" + Less(quantity) + " Where ID=" + Bare(id));
   }
-  void Empty(const std::string& id) { connection_.Execute("Update YK_CurryPH Set SL=0 Where ID=" + id); }
-  void DeleteDrug() { connection_.Execute("Delete YK_CurryPH Where YPBM Like'" + code_ + "'"); }
+  void Empty(const std::string& id) { connection_.Execute("Update YK_CurryPH Set SL=0 Where ID=" + Bare(id)); }
+  void DeleteDrug() { connection_.Execute("Delete YK_CurryPH Where YPBM Like" + Quoted(code_, "编码")); }
   void Sweep() { connection_.Execute("Delete YK_CurryPH Where sl<=0"); }
 
   Connection& connection_;

@@ -16,9 +16,9 @@ std::string PaddedCount(int count) {
   return FormatNumber(count, "0000");
 }
 
-std::string LastNumberOfToday(AppContext& app, const std::string& sql) {
+std::string LastNumberOfToday(AppContext& app, const Statement& statement) {
   Recordset rows;
-  OpenRs(app, rows, sql);
+  OpenRs(app, rows, statement);
   std::string number = rows.Field(0).Text();
   CloseRs(rows);
   return number;
@@ -31,13 +31,14 @@ std::string NextDocNo(AppContext& app, const std::string& number_column, const s
   try {
     const DateTime now = app.clock.Now();
     const std::string today = FormatDate(now, "yyyy-mm-dd");
-    const std::string sql = "select top 1 " + number_column + " From " + table + " Where " + date_column +
-                            " Between '" + today + " 00:00:00' and '" + today + " 23:59:59' order by id desc";
+    const Statement statement = "select top 1 " + number_column + " From " + table + " Where " + date_column +
+                                " Between " + Quoted(today + " 00:00:00") + " and " + Quoted(today + " 23:59:59") +
+                                " order by id desc";
     Recordset rows;
-    OpenRs(app, rows, sql);
+    OpenRs(app, rows, statement);
     if (rows.RecordCount() < 1) return Replace(today, "-", "") + PaddedCount(1);
     CloseRs(rows);
-    const int count = CInt(Right(LastNumberOfToday(app, sql), kCountDigits)) + 1;
+    const int count = CInt(Right(LastNumberOfToday(app, statement), kCountDigits)) + 1;
     return FormatNumber(now.Year(), "0000") + FormatNumber(now.Month(), "00") + FormatNumber(now.Day(), "00") +
            PaddedCount(count);
   } catch (const Failure& failure) {

@@ -110,28 +110,29 @@ void ItemPicker::Results_DoubleClick(int, int) {
   picked.Fire(PickedBy::kDoubleClick);
 }
 
-std::string ItemPicker::Statement() const {
+Statement ItemPicker::SearchStatement() const {
   const bool drugs_in_stock = settings_.search == PickerSearch::kDrugsWithStock;
   const std::string item_class(drugs_in_stock ? "1" : Sent(kClasses, SFLB.Text()));
   const std::string column(Sent(kModes, CXFS.Text()));
   if (item_class.empty() || column.empty()) return {};
-  const std::string text = Trim(Replace(PM.Text(), "'", ""));
+  const std::string text = Trim(Replace(PM.Text(), "'", "")) + "%";
   const bool in_stock = drugs_in_stock || KCXS.Checked();
   if (settings_.search == PickerSearch::kItems) {
-    return "exec GET_YP_JC2 '" + item_class + "','" + column + "','" + text + (in_stock ? "%' ,'1'" : "%','0'");
+    return "exec GET_YP_JC2 " + Quoted(item_class) + "," + Quoted(column) + "," + Quoted(text, PM.Caption()) +
+           (in_stock ? " ,'1'" : ",'0'");
   }
-  return "exec Get_YP_JCTestYK '" + item_class + "','" + column + "','" + text +
-         (in_stock ? "%' ,'1','1'" : "%','0','1'") + ",'" + app_.KFMC + "'";
+  return "exec Get_YP_JCTestYK " + Quoted(item_class) + "," + Quoted(column) + "," + Quoted(text, PM.Caption()) +
+         (in_stock ? " ,'1','1'," : ",'0','1',") + Quoted(app_.KFMC, "库房");
 }
 
 void ItemPicker::SearchStart() {
   try {
     Recordset rows;
     if (settings_.reading == PickerReading::kOpenRs) {
-      OpenRs(app_, rows, Statement());
+      OpenRs(app_, rows, SearchStatement());
     } else {
       if (!app_.Cn) throw StandardFailure(failure::kBadConnection);
-      rows = app_.Cn->Execute(Statement());
+      rows = app_.Cn->Execute(SearchStatement());
     }
     FillSearchGrid(rows);
   } catch (const Failure& failure) {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "frame/app_context.h"
+#include "platform/statement.h"
 #include "screen/check_box.h"
 #include "screen/combo_box.h"
 #include "screen/grid.h"
@@ -61,7 +62,7 @@ class ItemPicker {
   void PM_KeyDown(KeyEvent& event);
   void Results_KeyDown(KeyEvent& event);
   void Results_DoubleClick(int row, int col);
-  std::string Statement() const;
+  Statement SearchStatement() const;
   void FillSearchGrid(Recordset& rows);
   void Report(const Failure& failure);
 

@@ -87,9 +87,10 @@ TEST_F(EditableRecordsetTest, MisuseIsAFailure) {
   EditableRecordset closed;
   EXPECT_EQ(FailureOf([&] { closed.RecordCount(); }), failure::kClosedObject);
   EXPECT_EQ(FailureOf([&] { closed.AddNew(); }), failure::kClosedObject);
-  EXPECT_EQ(FailureOf([&] { EditableRecordset(nullptr, "", {}); }), failure::kBadConnection);
+  EXPECT_EQ(FailureOf([&] { EditableRecordset(nullptr, Statement(), {}); }), failure::kBadConnection);
   const EditableTable keyless{"YPGL_CDWF", "number"};
-  EXPECT_EQ(FailureOf([&] { EditableRecordset(app.Cn, "select * from YPGL_CDWF", keyless); }), failure::kNoSuchField);
+  EXPECT_EQ(FailureOf([&] { EditableRecordset(app.Cn, Statement("select * from YPGL_CDWF"), keyless); }),
+            failure::kNoSuchField);
   EditableRecordset rows = Open();
   EXPECT_EQ(FailureOf([&] { rows.MoveTo(3); }), failure::kNoCurrentRow);
   EXPECT_EQ(FailureOf([&] { rows.SetField("XX", Value(1)); }), failure::kNoSuchField);

@@ -5,8 +5,8 @@
 #include <string>
 
 #include "app/connection_router.h"
-#include "support/receipt_test.h"
 #include "sqlserver/server_connection.h"
+#include "support/receipt_test.h"
 #include "tds_server/tds_server.h"
 
 namespace luming {
