@@ -7,6 +7,7 @@
 
 #include "util/ansi_text.h"
 #include "util/text.h"
+#include "util/text_equality.h"
 
 namespace luming::localdb {
 namespace {
@@ -80,17 +81,6 @@ int Collate(void*, int left_size, const void* left, int right_size, const void* 
 }
 
 }  // namespace
-
-char32_t FoldCase(char32_t c) {
-  if (c < 0x80) return c >= 'A' && c <= 'Z' ? c + 32 : c;
-  if (Within(c, 0xc0, 0xde) && c != 0xd7) return c + 32;
-  if (Within(c, 0x391, 0x3a9)) return c + 32;
-  if (Within(c, 0x410, 0x42f)) return c + 32;
-  if (Within(c, 0x400, 0x40f)) return c + 80;
-  if (Within(c, 0x2160, 0x216f)) return c + 16;
-  if (Within(c, 0xff21, 0xff3a)) return c + 32;
-  return c;
-}
 
 std::uint32_t CharacterWeight(char32_t character) {
   if (character < 0x80) return kAsciiWeights[character];

@@ -16,9 +16,6 @@ int CompareText(std::string_view left, std::string_view right);
 /// A character in the order above, with the case folded: equal characters have equal weights.
 std::uint32_t CharacterWeight(char32_t character);
 
-/// Folds the case of the letters that have one: Latin, Greek, Cyrillic, full-width, Roman numerals.
-char32_t FoldCase(char32_t character);
-
 /// Makes the collation known to the connection, by the name TSQL.
 void RegisterCollation(sqlite3* store);
 

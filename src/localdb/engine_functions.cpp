@@ -9,6 +9,7 @@
 #include "util/ansi_text.h"
 #include "util/number_text.h"
 #include "util/text.h"
+#include "util/text_equality.h"
 
 namespace luming::localdb {
 namespace {

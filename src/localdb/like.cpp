@@ -3,6 +3,7 @@
 #include "localdb/collation.h"
 #include "localdb/engine_functions.h"
 #include "util/text.h"
+#include "util/text_equality.h"
 
 namespace luming::localdb {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "platform/database.h"
+#include "platform/recordset.h"
 
 namespace luming {
 

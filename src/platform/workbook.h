@@ -10,7 +10,7 @@
 #include <variant>
 #include <vector>
 
-#include "platform/database.h"
+#include "platform/recordset.h"
 #include "util/date_time.h"
 
 namespace luming {

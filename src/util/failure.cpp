@@ -28,6 +28,7 @@ constexpr std::array kStandingTexts = {
     StandingText{failure::kPastEndOfFile, "输入超出文件尾", kProgram},
     StandingText{failure::kFileAccess, "路径/文件访问错误", kProgram},
     StandingText{failure::kInvalidNull, "无效使用 Null", kProgram},
+    StandingText{failure::kBadArgument, "参数类型不正确，或不在可以接受的范围之内，或与其他参数冲突。", kRecordset},
     StandingText{failure::kNoCurrentRow,
                  "BOF 或 EOF 中有一个是“真”，或者当前的记录已被删除，所需的操作要求一个当前的记录。", kRecordset},
     StandingText{failure::kNoSuchField, "在对应所需名称或序数的集合中，未找到项目。", kRecordset},

@@ -40,6 +40,7 @@ inline constexpr long kFileNotFound = 53;
 inline constexpr long kPastEndOfFile = 62;
 inline constexpr long kFileAccess = 75;
 inline constexpr long kInvalidNull = 94;
+inline constexpr long kBadArgument = 3001;
 inline constexpr long kNoCurrentRow = 3021;
 inline constexpr long kNoSuchField = 3265;
 inline constexpr long kClosedObject = 3704;

@@ -122,6 +122,8 @@ TEST(Recordset, ClosedRefusesAll) {
   EXPECT_EQ(FailureOf([&] { closed.Field("YPBM"); }), failure::kClosedObject);
   EXPECT_EQ(FailureOf([&] { closed.Field(0); }), failure::kClosedObject);
   EXPECT_EQ(FailureOf([&] { closed.AppendRow(); }), failure::kClosedObject);
+  EXPECT_EQ(FailureOf([&] { closed.Find("YPBM='1'"); }), failure::kClosedObject);
+  EXPECT_EQ(FailureOf([&] { closed.Filter(""); }), failure::kClosedObject);
   EXPECT_EQ(closed.ColumnCount(), 0u);
   closed.Close();
 }
@@ -141,6 +143,72 @@ TEST(Recordset, HoldsManyRowsInOrder) {
     ASSERT_EQ(moved.Field(1).TakeText(), "第" + std::to_string(i));
   }
   EXPECT_TRUE(moved.Eof());
+}
+
+std::string CodesFromHere(Recordset& rows) {
+  std::string codes;
+  for (; !rows.Eof(); rows.MoveNext()) codes += " " + rows.Field("CODE").Text();
+  return codes;
+}
+
+/// Each field of another kind, the last row without any.
+Recordset Batches() {
+  Recordset rows({"CODE", "PH", "SL", "XQ"});
+  rows.AppendRow({Value("a"), Value("Ab ω "), Value(5), Value(DateTime(2026, 3, 1))});
+  rows.AppendRow({Value("b"), Value("it's"), Value(2.5), Value(DateTime(2027, 3, 1))});
+  rows.AppendRow({Value("c"), Value("AB Ω"), Value(std::int64_t{5}), Value(DateTime(2026, 3, 1, 8))});
+  rows.AppendRow({Value("d"), Value(), Value(), Value()});
+  return rows;
+}
+
+TEST(Recordset, FilterShowsTheRowsThatMeetIt) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"PH='aB Ω'", " a c"},       {"PH<>'aB Ω'", " b d"}, {"ph = 'it''s'", " b"},
+      {" [PH] <> ''", " a b c d"}, {"SL=5", " a c"},       {"SL<>'2.50'", " a c d"},
+      {"XQ='2026-3-1'", " a"},     {"PH='Ab'", ""},        {"", " a b c d"},
+  };
+  Recordset rows = Batches();
+  for (const auto& [criteria, codes] : cases) {
+    rows.Filter(criteria);
+    const std::string wanted = codes;
+    EXPECT_EQ(rows.RecordCount(), static_cast<int>(wanted.size() / 2)) << criteria;
+    EXPECT_EQ(CodesFromHere(rows), wanted) << criteria;
+  }
+  rows.Filter("CODE<>'a'");
+  CodesFromHere(rows);
+  rows.MoveFirst();
+  EXPECT_EQ(CodesFromHere(rows), " b c d");
+  rows.Filter("CODE='x'");
+  EXPECT_TRUE(rows.Eof());
+  EXPECT_EQ(FailureOf([&] { rows.MoveFirst(); }), failure::kNoCurrentRow);
+}
+
+TEST(Recordset, FindGoesToTheFirstRowThatMeetsIt) {
+  Recordset rows = Batches();
+  CodesFromHere(rows);
+  rows.Find("PH='AB ω'");
+  EXPECT_EQ(CodesFromHere(rows), " a b c d");
+  rows.Filter("CODE<>'a'");
+  rows.Find("PH='AB ω'");
+  EXPECT_EQ(CodesFromHere(rows), " c d") << "a row that the filter holds back is not found";
+  rows.Find("PH='none'");
+  EXPECT_TRUE(rows.Eof());
+  Recordset empty({"PH"});
+  EXPECT_EQ(FailureOf([&] { empty.Find("PH='A1'"); }), failure::kNoCurrentRow);
+}
+
+TEST(Recordset, CriteriaThatCannotBeReadChangeNothing) {
+  Recordset rows = Batches();
+  rows.Filter("CODE<>'a'");
+  for (const char* criteria : {"PH", "='x'", "[]='x'", "PH='x", "PH=x", "PH='it's'", "PH>'x'", "PH<'x'", "PH=", "PH='",
+                               "PH Like 'x'", "SL='x'", "XQ='x'"}) {
+    EXPECT_EQ(FailureOf([&] { rows.Find(criteria); }), failure::kBadArgument) << criteria;
+    EXPECT_EQ(FailureOf([&] { rows.Filter(criteria); }), failure::kBadArgument) << criteria;
+  }
+  EXPECT_EQ(FailureOf([&] { rows.Find("GG='x'"); }), failure::kNoSuchField);
+  EXPECT_EQ(FailureOf([&] { rows.Filter("GG='x'"); }), failure::kNoSuchField);
+  EXPECT_EQ(rows.RecordCount(), 3);
+  EXPECT_EQ(CodesFromHere(rows), " b c d");
 }
 
 TEST(Recordset, FurtherResultsComeInOrder) {

@@ -1,11 +1,10 @@
-#include "platform/database.h"
+#include "platform/value.h"
 
-#include <algorithm>
 #include <cmath>
 #include <type_traits>
 
-#include "platform/statement.h"
 #include "util/date_text.h"
+#include "util/failure.h"
 #include "util/number_text.h"
 #include "util/text.h"
 
@@ -113,103 +112,6 @@ std::string Value::Format(std::string_view picture) const {
 std::string Value::TakeText() {
   if (auto* text = std::get_if<std::string>(&data_)) return std::move(*text);
   return TextOrEmpty();
-}
-
-Recordset::Recordset(std::vector<std::string> columns) : open_(true), columns_(std::move(columns)) {}
-
-void Recordset::Close() {
-  *this = Recordset();
-}
-
-void Recordset::DemandOpen() const {
-  if (!open_) throw StandardFailure(failure::kClosedObject);
-}
-
-int Recordset::RecordCount() const {
-  DemandOpen();
-  return static_cast<int>(rows_);
-}
-
-bool Recordset::Eof() const {
-  DemandOpen();
-  return current_ >= rows_;
-}
-
-void Recordset::MoveFirst() {
-  DemandOpen();
-  if (rows_ == 0) throw StandardFailure(failure::kNoCurrentRow);
-  current_ = 0;
-}
-
-void Recordset::MoveNext() {
-  if (Eof()) throw StandardFailure(failure::kNoCurrentRow);
-  ++current_;
-}
-
-void Recordset::DemandCell(std::size_t column) const {
-  DemandOpen();
-  if (column >= columns_.size()) throw StandardFailure(failure::kNoSuchField);
-  if (current_ >= rows_) throw StandardFailure(failure::kNoCurrentRow);
-}
-
-const Value& Recordset::Field(std::string_view name) const {
-  return Field(ColumnIndex(name));
-}
-
-const Value& Recordset::Field(std::size_t index) const {
-  DemandCell(index);
-  return blocks_[current_ / kBlockRows][current_ % kBlockRows * columns_.size() + index];
-}
-
-Value& Recordset::Field(std::size_t index) {
-  DemandCell(index);
-  return blocks_[current_ / kBlockRows][current_ % kBlockRows * columns_.size() + index];
-}
-
-std::size_t Recordset::ColumnIndex(std::string_view name) const {
-  DemandOpen();
-  const auto found =
-      std::ranges::find_if(columns_, [name](const std::string& column) { return EqualsIgnoreCase(column, name); });
-  if (found == columns_.end()) throw StandardFailure(failure::kNoSuchField);
-  return static_cast<std::size_t>(found - columns_.begin());
-}
-
-Recordset Recordset::NextRecordset() {
-  const std::unique_ptr<Recordset> next = std::move(next_);
-  return next ? std::move(*next) : Recordset();
-}
-
-Value* Recordset::AppendRow() {
-  DemandOpen();
-  if (rows_ % kBlockRows == 0) {
-    blocks_.emplace_back();
-    // The first block grows by need, since most statements give a handful of rows.
-    if (rows_ > 0) blocks_.back().reserve(kBlockRows * columns_.size());
-  }
-  ++rows_;
-  std::vector<Value>& block = blocks_.back();
-  block.resize(block.size() + columns_.size());
-  return block.data() + (block.size() - columns_.size());
-}
-
-void Recordset::AppendRow(std::vector<Value> row) {
-  if (row.size() != columns_.size()) throw StandardFailure(failure::kInvalidCall);
-  std::ranges::move(row, AppendRow());
-}
-
-void Recordset::SetNext(std::unique_ptr<Recordset> next) {
-  next_ = std::move(next);
-}
-
-Recordset Connection::Execute(const Statement& statement) {
-  if (!statement.flaw().empty()) {
-    Refuse(statement.text(), {failure::kSyntax, statement.flaw(), StandardFailure(failure::kSyntax).source()});
-  }
-  return Execute(std::string_view(statement.text()));
-}
-
-void Connection::Refuse(std::string_view, const Failure& reason) {
-  throw reason;
 }
 
 }  // namespace luming
