@@ -54,7 +54,7 @@ void about::FormKeyDown(KeyEvent& event) {
 }
 
 void about::RepairOldPrices() {
-  try {
+  Trapped(app_, [this] {
     Recordset rs;
     OpenRs(app_, rs, "select id,ypbm from yk_yptj where clb=1 and ylsj=0 ");
     for (; !rs.Eof(); rs.MoveNext()) {
@@ -67,13 +67,11 @@ void about::RepairOldPrices() {
       if (!ExecSql(app_, "Update yk_yptj SET YLSJ=" + price + " Where ypbm=" + Quoted(code))) return;
     }
     CloseRs(rs);
-  } catch (const Failure& failure) {
-    ShowDbError(app_, failure);
-  }
+  });
 }
 
 void about::FillUploadFields(const std::string& table) {
-  try {
+  Trapped(app_, [&] {
     Recordset rs;
     OpenRs(app_, rs, "Exec SP_GetTableInfo " + Quoted(table));
     for (; !rs.Eof(); rs.MoveNext()) {
@@ -93,21 +91,18 @@ void about::FillUploadFields(const std::string& table) {
       if (!entered) return;
     }
     CloseRs(rs);
-  } catch (const Failure& failure) {
-    ShowDbError(app_, failure);
-  }
+  });
 }
 
 std::string about::TreeAsStatements() {
   const std::string columns = "Sname,Lavel,id,pid,Ename";
-  try {
+  std::string text;
+  Trapped(app_, [&] {
     Recordset rs;
     OpenRs(app_, rs, "Select " + columns + " From ZD_Tabel");
-    return RowsAsStatements(std::move(rs), "ZD_Tabel", columns);
-  } catch (const Failure& failure) {
-    ShowDbError(app_, failure);
-    return {};
-  }
+    text = RowsAsStatements(std::move(rs), "ZD_Tabel", columns);
+  });
+  return text;
 }
 
 }  // namespace luming

@@ -53,14 +53,10 @@ void Read(AppContext& app, Recordset& rs, const Sql& sql) {
 
 template <class Sql>
 bool Run(AppContext& app, const Sql& sql) {
-  try {
+  return Trapped(app, [&] {
     ConnectDb(app);
     OpenableConnection(app).Execute(sql);
-    return true;
-  } catch (const Failure& failure) {
-    ShowDbError(app, failure);
-    return false;
-  }
+  });
 }
 
 }  // namespace
@@ -112,14 +108,13 @@ std::string GetWarehouseStock(AppContext& app, std::string_view drug_code) {
 }
 
 bool ExceedsWarehouseStock(AppContext& app, std::string_view drug_code, double quantity) {
-  try {
+  bool exceeds = false;
+  Trapped(app, [&] {
     Recordset rs;
     OpenRs(app, rs, "Select ykkcl from yf_ypml Where YPBM Like" + Quoted(drug_code));
-    return quantity > rs.Field(0).Number();
-  } catch (const Failure& failure) {
-    ShowDbError(app, failure);
-    return false;
-  }
+    exceeds = quantity > rs.Field(0).Number();
+  });
+  return exceeds;
 }
 
 void ShowDbError(AppContext& app, const Failure& failure) {

@@ -15,12 +15,10 @@ Layout SetIme::Arrange() const {
 }
 
 void SetIme::Load() {
-  try {
+  Trapped(app_, [this] {
     FillList();
     ShowCurrent();
-  } catch (const Failure& failure) {
-    ShowDbError(app_, failure);
-  }
+  });
   ShowSearchType();
 }
 
@@ -56,7 +54,7 @@ void SetIme::Com_set_Click() {
     app_.desktop.MsgBox({"请先选择你要设置的输入法！", box::kInformation, "提示"});
     return;
   }
-  try {
+  Trapped(app_, [this] {
     app_.IME = ChosenHandle();
     app_.devices.ActivateKeyboardLayout(app_.IME);
     app_.SearchType = Combo1.Text();
@@ -66,9 +64,7 @@ void SetIme::Com_set_Click() {
     }
     set_handle_ = app_.IME;
     app_.desktop.MsgBox({"输入法设置成功", box::kInformation, "提示"});
-  } catch (const Failure& failure) {
-    ShowDbError(app_, failure);
-  }
+  });
 }
 
 void UseOperatorLayout(AppContext& app) {

@@ -23,16 +23,14 @@ password::password(AppContext& app) : Form(app.forms, kName, "", WindowKind::kDi
 
 void password::Load() {
   Image1.SetFile(ParentDirectory(app_) / "KVReg" / "KVLogIn.jpg");
-  try {
+  Trapped(app_, [this] {
     FillUsers();
     Combo1.SetText(ReadLastUser(app_));
     TakeServerTime();
     CIniFile ini;
     ini.SpecifyIni(SettingsFile(app_));
     app_.IME = ini.ReadInt("输入法", "IME");
-  } catch (const Failure& failure) {
-    ShowDbError(app_, failure);
-  }
+  });
 }
 
 void password::FillUsers() {
@@ -51,7 +49,7 @@ void password::TakeServerTime() {
 
 void password::TestUserPassword(const std::string& name, const std::string& typed) {
   EnsureLoaded();
-  try {
+  Trapped(app_, [&] {
     const std::string stripped = Replace(typed, "'", "");
     if (!IsListed(name)) {
       app_.desktop.MsgBox({"该用户不存在！", box::kWarning, "系统提示"});
@@ -67,9 +65,7 @@ void password::TestUserPassword(const std::string& name, const std::string& type
     }
     TakeOver(user, name, stripped);
     EnterProgram(name);
-  } catch (const Failure& failure) {
-    ShowDbError(app_, failure);
-  }
+  });
 }
 
 bool password::IsListed(const std::string& name) const {

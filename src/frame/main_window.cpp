@@ -41,13 +41,11 @@ void mainfrm::FillStatusPanels() {
 
 /// No right is tested here, though the command for the same list tests one.
 void mainfrm::WarnOfExpiry() {
-  try {
+  Trapped(app_, [this] {
     CIniFile ini;
     ini.SpecifyIni(SettingsFile(app_));
     if (ini.ReadInt("报警", "药品失效预警") == 1 && app_.commands.expiry_warning) app_.commands.expiry_warning(app_);
-  } catch (const Failure& failure) {
-    ShowDbError(app_, failure);
-  }
+  });
 }
 
 void mainfrm::LoadBackPicture() {
@@ -135,11 +133,7 @@ void mainfrm::AskToExit() {
 }
 
 void mainfrm::OpenManual() {
-  try {
-    app_.devices.OpenDocument(ParentDirectory(app_) / "云杉服务平台用户手册.chm");
-  } catch (const Failure& failure) {
-    ShowDbError(app_, failure);
-  }
+  Trapped(app_, [this] { app_.devices.OpenDocument(ParentDirectory(app_) / "云杉服务平台用户手册.chm"); });
 }
 
 void mainfrm::StartCalculator() {

@@ -16,7 +16,7 @@ Frm_CheckYK::Frm_CheckYK(AppContext& app)
 
 void Frm_CheckYK::Load() {
   GridInit(fpSpread1);
-  try {
+  Trapped(app_, [this] {
     Recordset rs;
     OpenRs(app_, rs, "Select Sname From YF_YKLX Where SLX Like'药库'");
     if (rs.RecordCount() > 0) {
@@ -25,9 +25,7 @@ void Frm_CheckYK::Load() {
       app_.desktop.MsgBox({"请先在配置系统添加好药库并且关联好收费类型", box::kWarning, "系统提示"});
     }
     CloseRs(rs);
-  } catch (const Failure& failure) {
-    ShowDbError(app_, failure);
-  }
+  });
 }
 
 void Frm_CheckYK::Choose() {

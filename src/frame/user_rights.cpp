@@ -47,7 +47,7 @@ bool HasRight(const AppContext& app, std::string_view key) {
 }
 
 void CheckRight(AppContext& app, const std::string& key) {
-  try {
+  Trapped(app, [&] {
     Recordset rs = app.Cn->Execute("Select MoudelName From Qx_Temp Where MoudelKey=" + Quoted(key));
     std::string text = "系统提示您：  \r\n\r\n      ";
     if (rs.RecordCount() > 0) {
@@ -57,9 +57,7 @@ void CheckRight(AppContext& app, const std::string& key) {
     }
     app.desktop.MsgBox({text, box::kWarning, "系统提示"});
     CloseRs(rs);
-  } catch (const Failure& failure) {
-    ShowDbError(app, failure);
-  }
+  });
 }
 
 }  // namespace luming

@@ -68,11 +68,7 @@ void UploadData::Command6_Click() {
     app_.desktop.MsgBox({"请选择要导入的Excel文件", box::kWarning, "系统提示"});
     return;
   }
-  try {
-    Import(*file);
-  } catch (const Failure& failure) {
-    ShowDbError(app_, failure);
-  }
+  Trapped(app_, [&] { Import(*file); });
   Command6.SetEnabled(true);
   Command11.SetEnabled(false);
 }

@@ -41,15 +41,11 @@ void ek_SFXMGL::Load() {
 }
 
 bool ek_SFXMGL::ReadItems() {
-  try {
+  return Trapped(app_, [this] {
     Recordset rows;
     OpenRs(app_, rows, "select sItemName,YPBZ,SFJKC FROM eK_ChargeItem");
     fpSpread1.Fill(std::move(rows), {{"sItemName"}, {"YPBZ"}, {"SFJKC"}});
-    return true;
-  } catch (const Failure& failure) {
-    ShowDbError(app_, failure);
-    return false;
-  }
+  });
 }
 
 /// A flag that is not "0" is saved as "1", so a new item shows both set.

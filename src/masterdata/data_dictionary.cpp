@@ -74,7 +74,7 @@ Statement sjzd::ListStatement() const {
 }
 
 void sjzd::ReloadList(const std::string& code) {
-  try {
+  Trapped(app_, [&] {
     Recordset rows;
     OpenRs(app_, rows, ListStatement());
     fpSpread1.Fill(std::move(rows), {{"DM"}, {"DMMC"}, {"ZD_Type"}, {"moudelname"}, {"BZ"}});
@@ -83,9 +83,7 @@ void sjzd::ReloadList(const std::string& code) {
     }
     fpSpread1.SetActiveCell(std::max(RowOfDictionary(code), 1), 1);
     ShowDictionary(fpSpread1.ActiveRow());
-  } catch (const Failure& failure) {
-    ShowDbError(app_, failure);
-  }
+  });
 }
 
 int sjzd::RowOfDictionary(const std::string& code) const {
@@ -108,15 +106,11 @@ void sjzd::ShowDictionary(int row) {
 }
 
 bool sjzd::ReadEntries() {
-  try {
+  return Trapped(app_, [this] {
     Recordset rows;
     OpenRs(app_, rows, "Select DMMC,id From CS Where ControlID Like" + Quoted(code_));
     fpSpread2.Fill(std::move(rows), {{"DMMC"}, {""}, {"id"}});
-    return true;
-  } catch (const Failure& failure) {
-    ShowDbError(app_, failure);
-    return false;
-  }
+  });
 }
 
 void sjzd::fpSpread1_Click(int row, int) {

@@ -68,11 +68,7 @@ bool Frm_ZD::IsFilled() {
 
 void Frm_ZD::Command1_Click() {
   if (!IsFilled()) return;
-  try {
-    mode_ == kAdding ? SaveNew() : SaveChange();
-  } catch (const Failure& failure) {
-    ShowDbError(app_, failure);
-  }
+  Trapped(app_, [this] { mode_ == kAdding ? SaveNew() : SaveChange(); });
 }
 
 void Frm_ZD::SaveNew() {

@@ -33,11 +33,7 @@ Layout Frm_LinkZD::Arrange() const {
 void Frm_LinkZD::Load() {
   CleanControl::SetControlColor(*this);
   GridInit(fpSpread1);
-  try {
-    BuildTree();
-  } catch (const Failure& failure) {
-    ShowDbError(app_, failure);
-  }
+  Trapped(app_, [this] { BuildTree(); });
 }
 
 /// A node's key is the name of its screen; what only groups screens has none.
@@ -57,7 +53,7 @@ void Frm_LinkZD::BuildTree() {
 
 void Frm_LinkZD::TreeView1_NodeClick(int node) {
   const std::string form = TreeView1.Nodes()[static_cast<std::size_t>(node)].key;
-  try {
+  Trapped(app_, [&] {
     Recordset rows;
     OpenRs(app_, rows,
            "Select A.id,A.ControlEname,A.ControlCname,B.DMMC  From ZD_LinkTable A left join DAGL_ZD B ON "
@@ -66,9 +62,7 @@ void Frm_LinkZD::TreeView1_NodeClick(int node) {
     fpSpread1.SetMaxRows(0);
     fpSpread1.Fill(std::move(rows), {{"ControlEname"}, {"ControlCname"}, {"DMMC"}, {""}, {"id"}});
     fpSpread1.SetActiveCell(1, 1);
-  } catch (const Failure& failure) {
-    ShowDbError(app_, failure);
-  }
+  });
 }
 
 void Frm_LinkZD::fpSpread1_DblClick(int row, int) {

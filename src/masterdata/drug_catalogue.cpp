@@ -82,12 +82,10 @@ void Frm_YPML::Load() {
   const Command* history = app_.commands.Find(kHistoryCommand);
   Command8.SetEnabled(history && history->action);
   RestoreColumnWidths(app_, fpSpread1);
-  try {
+  Trapped(app_, [this] {
     BuildTree();
     ReadLists();
-  } catch (const Failure& failure) {
-    ShowDbError(app_, failure);
-  }
+  });
   if (TreeView1.Nodes().size() < 2) return;
   TreeView1.Select(1);
   LoadData(TreeView1.TextOf(1));
@@ -143,14 +141,12 @@ void Frm_YPML::btnTYYP_Click() {
 }
 
 void Frm_YPML::ShowList(const Statement& statement) {
-  try {
+  Trapped(app_, [&] {
     Recordset rows;
     OpenRs(app_, rows, statement);
     FillGrid(rows);
     CloseRs(rows);
-  } catch (const Failure& failure) {
-    ShowDbError(app_, failure);
-  }
+  });
 }
 
 /// An edit that was not saved is lost without a word when a search fills the grid.
@@ -255,11 +251,7 @@ void Frm_YPML::Command3_Click() {
   if (!app_.CurUser.YPGL_DelYP) return CheckRight(app_, "YPGL_DelYP");
   const Box question{"你真的要删除吗？删除后将不可恢复！", box::kWarning + box::kYesNo, "警告"};
   if (app_.desktop.MsgBox(question) != Answer::kYes) return;
-  try {
-    DeleteDrug(ActiveCode());
-  } catch (const Failure& failure) {
-    ShowDbError(app_, failure);
-  }
+  Trapped(app_, [this] { DeleteDrug(ActiveCode()); });
 }
 
 bool Frm_YPML::HasStock(const std::string& code) {
@@ -296,19 +288,11 @@ void Frm_YPML::Command9_Click() {
 }
 
 void Frm_YPML::Command4_Click() {
-  try {
-    GridPrint(app_, fpSpread1, "药品目录表");
-  } catch (const Failure& failure) {
-    ShowDbError(app_, failure);
-  }
+  Trapped(app_, [this] { GridPrint(app_, fpSpread1, "药品目录表"); });
 }
 
 void Frm_YPML::Command5_Click() {
-  try {
-    GridToExcel(app_, fpSpread1);
-  } catch (const Failure& failure) {
-    ShowDbError(app_, failure);
-  }
+  Trapped(app_, [this] { GridToExcel(app_, fpSpread1); });
 }
 
 }  // namespace luming

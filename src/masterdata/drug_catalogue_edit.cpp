@@ -64,7 +64,7 @@ bool Frm_YPML::SaveGrid() {
     CheckRight(app_, "YPGL_EditYP");
     return false;
   }
-  try {
+  return Trapped(app_, [this] {
     if (!app_.Cn) throw StandardFailure(failure::kBadConnection);
     int saved = 0;
     for (int row = 1; row <= fpSpread1.MaxRows(); ++row) {
@@ -77,11 +77,7 @@ bool Frm_YPML::SaveGrid() {
     }
     dirty_ = false;
     app_.desktop.MsgBox({"成功更新" + std::to_string(saved) + "条记录!", box::kInformation, "提示"});
-    return true;
-  } catch (const Failure& failure) {
-    ShowDbError(app_, failure);
-    return false;
-  }
+  });
 }
 
 bool Frm_YPML::QueryUnload() {

@@ -67,7 +67,7 @@ Layout eK_YPJBXX::Arrange() const {
 
 void eK_YPJBXX::Load() {
   CleanControl::SetControlColor(*this);
-  try {
+  Trapped(app_, [this] {
     LoadCombos(app_, "select controlid,DMMC from CS ",
                {{"YPDW", &DW},
                 {"YPGG", &GG},
@@ -79,9 +79,7 @@ void eK_YPJBXX::Load() {
                 {"GYTJ", &GYTJ}});
     ReadChargeItems();
     ReadFrequencies();
-  } catch (const Failure& failure) {
-    ShowDbError(app_, failure);
-  }
+  });
 }
 
 /// A single item is not offered.
@@ -108,19 +106,17 @@ void eK_YPJBXX::Unloading() {
 }
 
 void eK_YPJBXX::GetNewYPBM() {
-  try {
+  Trapped(app_, [this] {
     Recordset rows;
     OpenRs(app_, rows, "Select count(YPBM) From YF_YPML ");
     YPBM.SetText(FormatNumber(rows.Field(0).Number() + 1, "0000"));
     CloseRs(rows);
-  } catch (const Failure& failure) {
-    ShowDbError(app_, failure);
-  }
+  });
 }
 
 void eK_YPJBXX::FillD_Form(const std::string& code) {
   filling_ = true;
-  try {
+  Trapped(app_, [&] {
     Recordset rows;
     OpenRs(app_, rows, "select * from yf_ypMl where ypBm like" + Quoted(code));
     if (rows.RecordCount() > 0) {
@@ -128,9 +124,7 @@ void eK_YPJBXX::FillD_Form(const std::string& code) {
       ShowRow(rows);
     }
     CloseRs(rows);
-  } catch (const Failure& failure) {
-    ShowDbError(app_, failure);
-  }
+  });
   filling_ = false;
 }
 
@@ -235,7 +229,7 @@ void eK_YPJBXX::SPMC_LostFocus() {
 void eK_YPJBXX::SCCJ_Change() {
   if (filling_) return;
   if (Trim(SCCJ.Text()).empty()) return HideProducers();
-  try {
+  Trapped(app_, [this] {
     Recordset rows;
     OpenRs(app_, rows, "select * from YPGL_CDWF WHERE PYDM LIKE " + Quoted(CleanSearchText(SCCJ.Text()) + "%"));
     if (rows.RecordCount() > 0) {
@@ -247,9 +241,7 @@ void eK_YPJBXX::SCCJ_Change() {
       HideProducers();
     }
     CloseRs(rows);
-  } catch (const Failure& failure) {
-    ShowDbError(app_, failure);
-  }
+  });
 }
 
 bool eK_YPJBXX::ProducersAreShown() const {

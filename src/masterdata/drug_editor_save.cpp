@@ -58,7 +58,7 @@ bool eK_YPJBXX::CheckDrug() {
 }
 
 void eK_YPJBXX::Com_Save_Click() {
-  try {
+  Trapped(app_, [this] {
     if (Mode == kAdding) {
       SaveNew();
     } else if (Mode == kChanging) {
@@ -66,9 +66,7 @@ void eK_YPJBXX::Com_Save_Click() {
     } else {
       Unload();
     }
-  } catch (const Failure& failure) {
-    ShowDbError(app_, failure);
-  }
+  });
 }
 
 void eK_YPJBXX::SaveNew() {

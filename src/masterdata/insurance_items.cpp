@@ -111,7 +111,7 @@ Statement NHXMXZ::SearchStatement() const {
 }
 
 void NHXMXZ::Search() {
-  try {
+  Trapped(app_, [this] {
     Recordset rows;
     OpenRs(app_, rows, SearchStatement());
     std::vector<ColumnSource> sources;
@@ -121,9 +121,7 @@ void NHXMXZ::Search() {
     fpSpread1.SetMaxRows(0);
     ShowHeads();
     fpSpread1.Fill(std::move(rows), sources);
-  } catch (const Failure& failure) {
-    ShowDbError(app_, failure);
-  }
+  });
 }
 
 void NHXMXZ::FormKeyDown(KeyEvent& event) {

@@ -15,15 +15,13 @@ std::string TitleOf(const AppContext& app, const Grid& grid) {
 }  // namespace
 
 void RunGridCommand(AppContext& app, Grid& grid, GridCommand command) {
-  try {
+  Trapped(app, [&] {
     if (command == GridCommand::kPreview) {
       GridPrint(app, grid, TitleOf(app, grid));
     } else {
       GridToExcel(app, grid);
     }
-  } catch (const Failure& failure) {
-    ShowDbError(app, failure);
-  }
+  });
 }
 
 }  // namespace luming

@@ -149,7 +149,7 @@ constexpr GridNote kWholesaleNote{"MB/批发打印模板.xls", "药品批发单"
 }  // namespace
 
 void PrintCKD(AppContext& app, bool direct, const std::string& number) {
-  try {
+  Trapped(app, [&] {
     Recordset rs;
     OpenRs(app, rs, "Select SLRQ,LYDW,YKQRR,YFQRR From YPSLD Where SLDH Like" + Quoted(number));
     if (rs.RecordCount() == 0) {
@@ -163,13 +163,11 @@ void PrintCKD(AppContext& app, bool direct, const std::string& number) {
     const std::unique_ptr<Workbook> book = app.workbooks.Open(app.AppPath / "MB/CKD.xls", "药品出库单");
     FillIssueNote(app, *book, number, head);
     PrintOrPreview(*book, direct);
-  } catch (const Failure& failure) {
-    ShowDbError(app, failure);
-  }
+  });
 }
 
 void PrintRKD(AppContext& app, bool direct, const Grid& list, const Grid& detail) {
-  try {
+  Trapped(app, [&] {
     const int document = list.ActiveRow();
     const std::unique_ptr<Workbook> book = OpenCopy(app, kReceiptNote);
     Append(*book, "A1", list.Text(document, 1));
@@ -177,20 +175,16 @@ void PrintRKD(AppContext& app, bool direct, const Grid& list, const Grid& detail
     Append(*book, "D3", DayOf(app, list.Text(document, 3)));
     FillGridNote(app, *book, kReceiptNote, detail);
     PrintOrPreview(*book, direct);
-  } catch (const Failure& failure) {
-    ShowDbError(app, failure);
-  }
+  });
 }
 
 void PrintPFD(AppContext& app, bool direct, const Grid& list, const Grid& detail) {
-  try {
+  Trapped(app, [&] {
     const std::unique_ptr<Workbook> book = OpenCopy(app, kWholesaleNote);
     Append(*book, "A3", list.Text(list.ActiveRow(), 3));
     FillGridNote(app, *book, kWholesaleNote, detail);
     PrintOrPreview(*book, direct);
-  } catch (const Failure& failure) {
-    ShowDbError(app, failure);
-  }
+  });
 }
 
 }  // namespace luming

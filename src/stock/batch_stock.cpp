@@ -84,12 +84,10 @@ class BatchDraw {
 }  // namespace
 
 void ConsumeBatch(AppContext& app, const std::string& YPBM, double quantity, const std::string& PH) {
-  try {
+  Trapped(app, [&] {
     if (!app.Cn) throw StandardFailure(failure::kBadConnection);
     BatchDraw(*app.Cn, YPBM, quantity).Draw(PH);
-  } catch (const Failure& failure) {
-    ShowDbError(app, failure);
-  }
+  });
 }
 
 }  // namespace luming

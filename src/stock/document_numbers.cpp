@@ -28,7 +28,8 @@ std::string LastNumberOfToday(AppContext& app, const Statement& statement) {
 
 std::string NextDocNo(AppContext& app, const std::string& number_column, const std::string& table,
                       const std::string& date_column) {
-  try {
+  std::string number;
+  Trapped(app, [&] {
     const DateTime now = app.clock.Now();
     const std::string today = FormatDate(now, "yyyy-mm-dd");
     const Statement statement = "select top 1 " + number_column + " From " + table + " Where " + date_column +
@@ -36,15 +37,16 @@ std::string NextDocNo(AppContext& app, const std::string& number_column, const s
                                 " order by id desc";
     Recordset rows;
     OpenRs(app, rows, statement);
-    if (rows.RecordCount() < 1) return Replace(today, "-", "") + PaddedCount(1);
+    if (rows.RecordCount() < 1) {
+      number = Replace(today, "-", "") + PaddedCount(1);
+      return;
+    }
     CloseRs(rows);
     const int count = CInt(Right(LastNumberOfToday(app, statement), kCountDigits)) + 1;
-    return FormatNumber(now.Year(), "0000") + FormatNumber(now.Month(), "00") + FormatNumber(now.Day(), "00") +
-           PaddedCount(count);
-  } catch (const Failure& failure) {
-    ShowDbError(app, failure);
-    return {};
-  }
+    number = FormatNumber(now.Year(), "0000") + FormatNumber(now.Month(), "00") + FormatNumber(now.Day(), "00") +
+             PaddedCount(count);
+  });
+  return number;
 }
 
 }  // namespace luming

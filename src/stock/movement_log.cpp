@@ -16,15 +16,11 @@ bool AddMoveLog(AppContext& app, const Movement& movement) {
 }
 
 bool AddServerLog(AppContext& app, const std::string& kind, const std::string& information) {
-  try {
+  return Trapped(app, [&] {
     if (!app.Cn) throw StandardFailure(failure::kBadConnection);
     app.Cn->Execute("Insert into UploadToServerLog(RQ,LX,INFO,CZY) Values (" + Quoted(DateText(app.clock.Now())) + "," +
                     Quoted(kind) + "," + Quoted(information) + "," + Quoted(app.CurUser.GetUserName, "操作员") + ")");
-    return true;
-  } catch (const Failure& failure) {
-    ShowDbError(app, failure);
-    return false;
-  }
+  });
 }
 
 }  // namespace luming
