@@ -9,9 +9,7 @@
 #include "masterdata/drug_editor.h"
 #include "masterdata/stock_value.h"
 #include "output/column_widths.h"
-#include "output/grid_print.h"
 #include "output/grid_routines.h"
-#include "output/grid_to_excel.h"
 #include "screen/redraw_pause.h"
 #include "util/number_text.h"
 #include "util/text.h"
@@ -105,8 +103,8 @@ void Frm_YPML::ReadLists() {
     const std::string dictionary = CatalogueColumns()[static_cast<std::size_t>(col) - 1].dictionary;
     if (!dictionary.empty()) fpSpread1.SetComboItems(-1, col, dictionaries[dictionary]);
   }
-  fpSpread1.SetComboItems(-1, catalogue::kSCCJ, ReadList(app_, Statement("select CDMC from YPGL_CDWF")));
-  fpSpread1.SetComboItems(-1, catalogue::kSFXM, ReadList(app_, Statement("select sItemName from eK_ChargeItem")));
+  fpSpread1.SetComboItems(-1, catalogue::kSCCJ, ReadList(app_, "select CDMC from YPGL_CDWF"));
+  fpSpread1.SetComboItems(-1, catalogue::kSFXM, ReadList(app_, "select sItemName from eK_ChargeItem"));
 }
 
 void Frm_YPML::TreeView1_NodeClick(int node) {
@@ -285,14 +283,6 @@ void Frm_YPML::Del_Row(Grid& grid) {
 
 void Frm_YPML::Command9_Click() {
   app_.forms.Get<UploadData>(app_).ShowModal();
-}
-
-void Frm_YPML::Command4_Click() {
-  Trapped(app_, [this] { GridPrint(app_, fpSpread1, "药品目录表"); });
-}
-
-void Frm_YPML::Command5_Click() {
-  Trapped(app_, [this] { GridToExcel(app_, fpSpread1); });
 }
 
 }  // namespace luming

@@ -5,6 +5,7 @@
 #include "frame/app_context.h"
 #include "masterdata/batch_pane.h"
 #include "masterdata/charge_item_tree.h"
+#include "output/grid_command.h"
 #include "platform/statement.h"
 #include "screen/button.h"
 #include "screen/form.h"
@@ -82,8 +83,8 @@ class Frm_YPML : public Form {
   void Command1_Click();
   void Command2_Click();
   void Command3_Click();
-  void Command4_Click();
-  void Command5_Click();
+  void Command4_Click() { PrintTrapped(app_, fpSpread1, "药品目录表"); }
+  void Command5_Click() { ExportTrapped(app_, fpSpread1); }
   void Command6_Click() { Unload(); }
   void Command7_Click() { ShowEditor(false); }
   void Command9_Click();

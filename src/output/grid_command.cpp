@@ -1,7 +1,6 @@
 #include "output/grid_command.h"
 
 #include "frame/gateway.h"
-#include "output/grid_print.h"
 #include "output/grid_to_excel.h"
 
 namespace luming {
@@ -14,14 +13,20 @@ std::string TitleOf(const AppContext& app, const Grid& grid) {
 
 }  // namespace
 
+void PrintTrapped(AppContext& app, Grid& grid, const std::string& title, const GridPrintOptions& options) {
+  Trapped(app, [&] { GridPrint(app, grid, title, options); });
+}
+
+void ExportTrapped(AppContext& app, Grid& grid, const std::string& sheetName) {
+  Trapped(app, [&] { GridToExcel(app, grid, sheetName); });
+}
+
 void RunGridCommand(AppContext& app, Grid& grid, GridCommand command) {
-  Trapped(app, [&] {
-    if (command == GridCommand::kPreview) {
-      GridPrint(app, grid, TitleOf(app, grid));
-    } else {
-      GridToExcel(app, grid);
-    }
-  });
+  if (command == GridCommand::kPreview) {
+    PrintTrapped(app, grid, TitleOf(app, grid));
+  } else {
+    ExportTrapped(app, grid);
+  }
 }
 
 }  // namespace luming

@@ -2,9 +2,8 @@
 
 #include <utility>
 
-#include "frame/gateway.h"
+#include "output/grid_command.h"
 #include "output/grid_routines.h"
-#include "output/grid_to_excel.h"
 
 namespace luming {
 
@@ -46,9 +45,9 @@ Layout ReportWindow::Arranged(std::vector<Layout> fields) const {
 
 void ReportWindow::Bar_Click(const std::string& key) {
   if (key == kPrint) {
-    Trapped(app_, [this] { GridPrint(app_, fpSpread1, PrintTitle(), PrintOptions()); });
+    PrintTrapped(app_, fpSpread1, PrintTitle(), PrintOptions());
   } else if (key == kExport) {
-    Trapped(app_, [this] { GridToExcel(app_, fpSpread1); });
+    ExportTrapped(app_, fpSpread1);
   } else if (key == kClose) {
     Unload();
   } else {
