@@ -5,7 +5,7 @@
 #include "app/absent_output.h"
 #include "app/command_table.h"
 #include "app/connection_router.h"
-#include "app/system_devices.h"
+#include "frame/ini_file.h"
 #include "frame/local_files.h"
 #include "frame/main_window.h"
 #include "frame/startup.h"
@@ -20,11 +20,6 @@ namespace luming {
 
 namespace {
 
-std::unique_ptr<Devices> MakeDevices(Machine machine, const Clock& clock) {
-  if (machine == Machine::kReal) return std::make_unique<SystemDevices>(clock);
-  return std::make_unique<UntouchedDevices>();
-}
-
 std::filesystem::path WithoutTrailingSlash(const std::filesystem::path& directory) {
   const std::filesystem::path whole = std::filesystem::absolute(directory).lexically_normal();
   return whole.has_filename() ? whole : whole.parent_path();
@@ -35,10 +30,11 @@ std::filesystem::path WithoutTrailingSlash(const std::filesystem::path& director
 Program::Program(Desktop& desktop, Printing& printing, Machine machine, const std::filesystem::path& home)
     : desktop_(desktop),
       printing_(printing),
-      devices_(MakeDevices(machine, clock_)),
       workbooks_(std::make_unique<OfficeWorkbooks>(printing)),
-      home_(WithoutTrailingSlash(home)),
-      remembers_statements_(machine == Machine::kUntouched) {}
+      home_(WithoutTrailingSlash(home)) {
+  if (machine == Machine::kUntouched) return;
+  machine_ = std::make_unique<SystemDevices>(clock_, VoiceLibrary({ProgramDirectory(), home_}));
+}
 
 Program::Program(Desktop& desktop, Machine machine, const std::filesystem::path& home)
     : Program(desktop, NoPrinter::Instance(), machine, home) {}
@@ -64,8 +60,9 @@ void Program::Start(const std::string& hand_off) {
   if (OpenForms()) throw Failure(failure::kInvalidCall, "程序已经启动。");
   context_.reset();
   beside_.reset();
+  Devices& devices = machine_ ? static_cast<Devices&>(*machine_) : untouched_;
   context_ = std::make_unique<AppContext>(
-      Ports{desktop_, *devices_, printing_, *workbooks_, clock_}, home_,
+      Ports{desktop_, devices, printing_, *workbooks_, clock_}, home_,
       [this] {
         return std::make_unique<TracingConnection>(NewConnection(home_, clock_),
                                                    [this](const TracedStatement& sent) { Record(sent); });
@@ -95,6 +92,25 @@ Recordset Program::RunBeside(std::string_view sql) {
   return beside_->Execute(sql);
 }
 
+void Program::ForgetSent() {
+  statements_.clear();
+  untouched_.spoken.clear();
+}
+
+void Program::WriteSetting(const std::string& section, const std::string& key, const std::string& value) {
+  CIniFile ini;
+  ini.SpecifyIni(SettingsFile(home_));
+  ini.WriteString(section, key, value);
+  if (!ini.ErrorMsg().empty()) throw Failure(failure::kFileAccess, ini.ErrorMsg() + "：" + SettingsFile(home_));
+}
+
+std::string Program::ReadSetting(const std::string& section, const std::string& key) {
+  CIniFile ini;
+  ini.SpecifyIni(SettingsFile(home_));
+  int size = 1000;
+  return ini.ReadString(section, key, size);
+}
+
 std::unique_ptr<Connection> NewConnection(const std::filesystem::path& home, const Clock& clock) {
   const auto embedded = [home, &clock] { return std::make_unique<LocalConnection>(home.string(), clock); };
   const auto server = [] { return std::make_unique<ServerConnection>(); };
@@ -102,7 +118,7 @@ std::unique_ptr<Connection> NewConnection(const std::filesystem::path& home, con
 }
 
 void Program::Record(const TracedStatement& statement) {
-  if (remembers_statements_) statements_.push_back(statement);
+  if (!machine_) statements_.push_back(statement);
   if (trace_file_.empty()) return;
   std::ofstream(trace_file_, std::ios::app)
       << statement.took.count() << " us\t" << statement.rows << " rows\t" << statement.sql

@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
+#include "app/system_devices.h"
 #include "frame/app_context.h"
 #include "platform/desktop.h"
-#include "platform/devices.h"
 #include "script/script_host.h"
 #include "util/clock.h"
 
@@ -26,7 +26,7 @@ class ProgramClock : public Clock {
 };
 
 /// Whether the program may touch the machine it runs on: set its clock, start other programs, ask the network. Scripts
-/// and tests leave it untouched, and only for them the statements sent are remembered.
+/// and tests leave it untouched, and only for them what is sent is remembered.
 enum class Machine { kReal, kUntouched };
 
 /// Ties desktop, devices, clock, application directory, connections and command table into one running program.
@@ -55,7 +55,10 @@ class Program : public ScriptHost {
   Forms* OpenForms() override;
   Recordset RunBeside(std::string_view sql) override;
   const std::vector<TracedStatement>& Statements() const override { return statements_; }
-  void ForgetStatements() override { statements_.clear(); }
+  const std::vector<std::string>& Spoken() const override { return untouched_.spoken; }
+  void ForgetSent() override;
+  void WriteSetting(const std::string& section, const std::string& key, const std::string& value) override;
+  std::string ReadSetting(const std::string& section, const std::string& key) override;
   std::string LastPages() const override { return printing_.LastPages(); }
 
  private:
@@ -64,11 +67,11 @@ class Program : public ScriptHost {
   Desktop& desktop_;
   Printing& printing_;
   ProgramClock clock_;
-  std::unique_ptr<Devices> devices_;
+  std::unique_ptr<SystemDevices> machine_;  ///< none when it is left untouched
+  UntouchedDevices untouched_;
   std::unique_ptr<Workbooks> workbooks_;
   std::filesystem::path home_;
   std::filesystem::path trace_file_;
-  const bool remembers_statements_;
   std::vector<TracedStatement> statements_;
   std::unique_ptr<Connection> beside_;
   std::unique_ptr<AppContext> context_;

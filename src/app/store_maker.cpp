@@ -9,6 +9,7 @@
 #include "app/store_filler.h"
 #include "app/store_place.h"
 #include "frame/local_files.h"
+#include "frame/startup.h"
 #include "localdb/local_connection.h"
 #include "masterdata/catalogue_template.h"
 #include "office/office_workbooks.h"
@@ -52,9 +53,9 @@ class Staging {
 };
 
 void WriteSettings(const fs::path& home) {
-  ReplaceFile(home / "LUMN.ini", ToAnsi("[配置]\r\n药库类型=西药库\r\n预警天数=90\r\n"
-                                        "[输入法]\r\nIME=0\r\n"
-                                        "[报警]\r\n药品失效预警=0\r\n"));
+  ReplaceFile(SettingsFile(home), ToAnsi("[配置]\r\n药库类型=西药库\r\n预警天数=90\r\n"
+                                         "[输入法]\r\nIME=0\r\n"
+                                         "[报警]\r\n药品失效预警=0\r\n"));
 }
 
 }  // namespace

@@ -63,7 +63,8 @@ void NeedFile(const std::filesystem::path& file) {
 
 }  // namespace
 
-SystemDevices::SystemDevices(const Clock& clock, ClockSetter setter) : clock_(clock), setter_(std::move(setter)) {}
+SystemDevices::SystemDevices(const Clock& clock, VoiceLibrary voice, ClockSetter setter)
+    : clock_(clock), setter_(std::move(setter)), voice_(std::move(voice)) {}
 
 void SystemDevices::SetClock(const DateTime& server) {
   const milliseconds difference = server.Point() - clock_.Now().Point();

@@ -2,8 +2,11 @@
 
 #include <chrono>
 #include <functional>
+#include <string>
+#include <vector>
 
 #include "app/input_methods.h"
+#include "app/voice_library.h"
 #include "platform/devices.h"
 #include "util/clock.h"
 
@@ -16,8 +19,9 @@ class SystemDevices : public Devices {
   using ClockSetter = std::function<bool(std::chrono::sys_time<std::chrono::milliseconds>)>;
 
   /// @param clock  what the machine's clock says now; outlives the devices
+  /// @param voice  of the device at this workstation
   /// @param setter replaced by tests
-  explicit SystemDevices(const Clock& clock, ClockSetter setter = SetMachineClock);
+  SystemDevices(const Clock& clock, VoiceLibrary voice, ClockSetter setter = SetMachineClock);
 
   void SetClock(const DateTime& server) override;
   std::string ComputerName() override;
@@ -30,6 +34,7 @@ class SystemDevices : public Devices {
   /// "calc.exe" starts the calculator that the desktop has.
   void StartProgram(const std::filesystem::path& program) override;
   void OpenDocument(const std::filesystem::path& document) override;
+  void dsbdll(int number, const std::string& text) override { voice_.dsbdll(number, text); }
 
  private:
   static bool SetMachineClock(std::chrono::sys_time<std::chrono::milliseconds> now);
@@ -37,11 +42,14 @@ class SystemDevices : public Devices {
   const Clock& clock_;
   ClockSetter setter_;
   InputMethods input_methods_;
+  VoiceLibrary voice_;
 };
 
 /// A machine that is left alone: for scripts and tests.
 class UntouchedDevices : public Devices {
  public:
+  std::vector<std::string> spoken;  ///< what the voice device was told, in order
+
   void SetClock(const DateTime&) override {}
   std::string ComputerName() override { return "WORKSTATION"; }
   std::vector<std::string> ListServers() override;
@@ -52,6 +60,7 @@ class UntouchedDevices : public Devices {
   std::filesystem::path SystemDirectory() override { return "/usr/bin"; }
   void StartProgram(const std::filesystem::path&) override {}
   void OpenDocument(const std::filesystem::path& document) override;
+  void dsbdll(int, const std::string& text) override { spoken.push_back(text); }
 
  private:
   std::int32_t active_layout_ = 0;

@@ -28,7 +28,7 @@ void password::Load() {
     Combo1.SetText(ReadLastUser(app_));
     TakeServerTime();
     CIniFile ini;
-    ini.SpecifyIni(SettingsFile(app_));
+    ini.SpecifyIni(SettingsFile(app_.AppPath));
     app_.IME = ini.ReadInt("输入法", "IME");
   });
 }

@@ -43,7 +43,7 @@ void mainfrm::FillStatusPanels() {
 void mainfrm::WarnOfExpiry() {
   Trapped(app_, [this] {
     CIniFile ini;
-    ini.SpecifyIni(SettingsFile(app_));
+    ini.SpecifyIni(SettingsFile(app_.AppPath));
     if (ini.ReadInt("报警", "药品失效预警") == 1 && app_.commands.expiry_warning) app_.commands.expiry_warning(app_);
   });
 }

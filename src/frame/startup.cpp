@@ -91,7 +91,7 @@ void EndWithoutForms(AppContext& app) {
 
 void ReadWarehouseType(AppContext& app) {
   CIniFile ini;
-  ini.SpecifyIni(SettingsFile(app));
+  ini.SpecifyIni(SettingsFile(app.AppPath));
   int size = 200;
   app.KFMC = ini.ReadString("配置", "药库类型", size);
 }
@@ -115,8 +115,8 @@ std::filesystem::path ParentDirectory(const AppContext& app) {
   return last == std::string::npos ? std::filesystem::path() : std::filesystem::path(path.substr(0, last + 1));
 }
 
-std::string SettingsFile(const AppContext& app) {
-  return (app.AppPath / "LUMN.ini").string();
+std::string SettingsFile(const std::filesystem::path& app_path) {
+  return (app_path / "LUMN.ini").string();
 }
 
 }  // namespace luming

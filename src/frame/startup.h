@@ -38,7 +38,7 @@ void LoadSkin(AppContext& app, std::string_view program_name = "luming");
 /// Directory above the application's, where the suite's shared files lie; empty for an application at the root.
 std::filesystem::path ParentDirectory(const AppContext& app);
 
-/// The program's own settings.
-std::string SettingsFile(const AppContext& app);
+/// The program's own settings, in its application directory.
+std::string SettingsFile(const std::filesystem::path& app_path);
 
 }  // namespace luming

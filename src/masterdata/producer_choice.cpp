@@ -27,7 +27,7 @@ Layout Frm_Check::Arrange() const {
 void Frm_Check::Load() {
   GridInit(fpSpread1);
   CIniFile settings;
-  settings.SpecifyIni(SettingsFile(app_));
+  settings.SpecifyIni(SettingsFile(app_.AppPath));
   int size = 8;
   if (settings.ReadString(kSection, kLeft, size).empty()) return;
   SetPlace({settings.ReadInt(kSection, kLeft), settings.ReadInt(kSection, kTop)});
@@ -36,7 +36,7 @@ void Frm_Check::Load() {
 void Frm_Check::Unloading() {
   if (!Place()) return;
   CIniFile settings;
-  settings.SpecifyIni(SettingsFile(app_));
+  settings.SpecifyIni(SettingsFile(app_.AppPath));
   settings.WriteString(kSection, kLeft, std::to_string(Place()->left));
   settings.WriteString(kSection, kTop, std::to_string(Place()->top));
 }

@@ -16,7 +16,7 @@ struct KeyboardLayout {
   std::string description;  ///< of the input method; empty for a plain layout
 };
 
-/// Services of the machine and its operating system. All operations may throw Failure.
+/// Services of the machine, its operating system and what is plugged into it. All operations may throw Failure.
 class Devices {
  public:
   virtual ~Devices() = default;
@@ -36,6 +36,8 @@ class Devices {
   virtual void StartProgram(const std::filesystem::path& program) = 0;
   /// Opens a document with the program that the desktop has for it.
   virtual void OpenDocument(const std::filesystem::path& document) = 0;
+  /// Tells the voice device a text; the number is 1. What the text makes it say is the device's own.
+  virtual void dsbdll(int number, const std::string& text) = 0;
 };
 
 }  // namespace luming

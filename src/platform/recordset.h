@@ -26,8 +26,8 @@ class Recordset {
   void MoveFirst();  ///< without rows this is failure 3021
   void MoveNext();   ///< past the end is failure 3021
 
-  /// @name By criteria, see RowCriteria: failure 3001 for a text that cannot be read, 3265 without such a field; nothing
-  /// has changed then.
+  /// @name By criteria, see RowCriteria: failure 3001 for a text that cannot be read, 3265 without such a field;
+  /// nothing has changed then.
   /// @{
   /// Makes the first row that meets them the current one, looking from the first row on; past the end when none does.
   /// Without rows this is failure 3021.

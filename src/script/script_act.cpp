@@ -136,14 +136,6 @@ int FirstVisibleCol(const Grid& grid) {
   return col;
 }
 
-int RowFrom(const Grid& grid, const std::string& text) {
-  const int row = NumberFrom(1, text, "row");
-  if (row > grid.MaxRows()) {
-    throw ScriptProblem{0, grid.Name() + " has no row " + text + ", only " + std::to_string(grid.MaxRows())};
-  }
-  return row;
-}
-
 /// The cell of the row that a click of the operator meets: the column where the grid is, as far as it can be seen.
 int ColOfClick(const Grid& grid) {
   return grid.ActiveCol() > 0 && !grid.ColumnHidden(grid.ActiveCol()) ? grid.ActiveCol() : FirstVisibleCol(grid);
@@ -174,6 +166,10 @@ void ScriptDriver::SetClock(const ScriptStep& step) {
 
 void ScriptDriver::RunSql(const ScriptStep& step) {
   host_.RunBeside(step.arguments[0]);
+}
+
+void ScriptDriver::WriteSetting(const ScriptStep& step) {
+  host_.WriteSetting(step.arguments[0], step.arguments[1], step.arguments[2]);
 }
 
 void ScriptDriver::AddressForm(const ScriptStep& step) {
@@ -297,12 +293,12 @@ void ScriptDriver::Tool(const ScriptStep& step) {
 
 void ScriptDriver::ClickRow(const ScriptStep& step) {
   Grid& grid = GridForActing(step.arguments[0]);
-  grid.UserClickCell(RowFrom(grid, step.arguments[1]), ColOfClick(grid));
+  grid.UserClickCell(RowFrom(1, grid, step.arguments[1]), ColOfClick(grid));
 }
 
 void ScriptDriver::OpenRow(const ScriptStep& step) {
   Grid& grid = GridForActing(step.arguments[0]);
-  const int row = RowFrom(grid, step.arguments[1]);
+  const int row = RowFrom(1, grid, step.arguments[1]);
   const Forms::HandlerScope scope(grid.Owner().Registry());
   grid.UserClickCell(row, ColOfClick(grid));
   if (!grid.Owner().IsUnloaded() && grid.ActiveRow() == row) grid.UserDoubleClick(row, grid.ActiveCol());
@@ -310,7 +306,7 @@ void ScriptDriver::OpenRow(const ScriptStep& step) {
 
 void ScriptDriver::EnterRow(const ScriptStep& step) {
   Grid& grid = GridForActing(step.arguments[0]);
-  const int row = RowFrom(grid, step.arguments[1]);
+  const int row = RowFrom(1, grid, step.arguments[1]);
   Form& form = grid.Owner();
   const Forms::HandlerScope scope(form.Registry());
   form.UserFocus(grid);
@@ -321,7 +317,7 @@ void ScriptDriver::EnterRow(const ScriptStep& step) {
 
 void ScriptDriver::RightClickRow(const ScriptStep& step) {
   Grid& grid = GridForActing(step.arguments[0]);
-  grid.UserRightClick(RowFrom(grid, step.arguments[1]), ColOfClick(grid));
+  grid.UserRightClick(RowFrom(1, grid, step.arguments[1]), ColOfClick(grid));
 }
 
 void ScriptDriver::RightClickTab(const ScriptStep& step) {
@@ -335,7 +331,7 @@ void ScriptDriver::RightClickTab(const ScriptStep& step) {
 
 void ScriptDriver::EditCell(const ScriptStep& step) {
   Grid& grid = GridForActing(step.arguments[0]);
-  const int row = RowFrom(grid, step.arguments[1]);
+  const int row = RowFrom(1, grid, step.arguments[1]);
   const int col = ColumnNamed(grid, step.arguments[2]);
   const std::string cell = grid.Name() + " " + step.arguments[1] + " " + step.arguments[2];
   if (grid.ColumnHidden(col)) throw ScriptProblem{0, "the cell " + cell + " is hidden"};

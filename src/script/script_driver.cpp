@@ -25,6 +25,7 @@ const std::vector<ScriptDriver::StepKind>& ScriptDriver::Kinds() {
       {{"clock", 0, Tail::kText, "YYYY-MM-DD [HH:MM:SS]"}, Duty::kLook, &D::SetClock},
       {{"sql", 0, Tail::kText, "TEXT"}, Duty::kLook, &D::RunSql},
       {{"form", 0, Tail::kText, "NAME"}, Duty::kLook, &D::AddressForm},
+      {{"ini", 2, Tail::kText, "SECTION KEY VALUE"}, Duty::kLook, &D::WriteSetting},
       {{"meanwhile", 1, Tail::kText, "N STEP"}, Duty::kLook, &D::Meanwhile},
 
       {{"start", 0, Tail::kMaybeText, "[TEXT]"}, Duty::kAct, &D::Start},
@@ -57,7 +58,13 @@ const std::vector<ScriptDriver::StepKind>& ScriptDriver::Kinds() {
       {{"expect visible", 0, Tail::kText, "CONTROL"}, Duty::kLook, &D::ExpectVisible},
       {{"expect hidden", 0, Tail::kText, "CONTROL"}, Duty::kLook, &D::ExpectHidden},
       {{"expect focus", 0, Tail::kText, "CONTROL"}, Duty::kLook, &D::ExpectFocus},
-      {{"expect box", 1, Tail::kText, "TITLE TEXT"}, Duty::kLook, &D::ExpectBox},
+      {{"expect colour", 4, Tail::kNone, "GRID ROW COL NAME"}, Duty::kLook, &D::ExpectColour},
+      {{"expect background", 4, Tail::kNone, "GRID ROW COL NAME"}, Duty::kLook, &D::ExpectBackground},
+      {{"expect bold", 3, Tail::kNone, "GRID ROW COL"}, Duty::kLook, &D::ExpectBold},
+      {{"expect locked", 3, Tail::kNone, "GRID ROW COL"}, Duty::kLook, &D::ExpectLocked},
+      {{"expect unlocked", 3, Tail::kNone, "GRID ROW COL"}, Duty::kLook, &D::ExpectUnlocked},
+      {{"expect width", 3, Tail::kNone, "GRID COL N"}, Duty::kLook, &D::ExpectWidth},
+      {{"expect box", 1, Tail::kMaybeText, "TITLE [TEXT]"}, Duty::kLook, &D::ExpectBox},
       {{"expect no box", 0, Tail::kNone, ""}, Duty::kLook, &D::ExpectNoBox},
       {{"expect form", 1, Tail::kMaybeText, "NAME [CAPTION]"}, Duty::kLook, &D::ExpectForm},
       {{"expect closed", 1, Tail::kNone, "NAME"}, Duty::kLook, &D::ExpectClosed},
@@ -65,6 +72,9 @@ const std::vector<ScriptDriver::StepKind>& ScriptDriver::Kinds() {
       {{"expect command", 2, Tail::kNone, "ID enabled|disabled|checked"}, Duty::kLook, &D::ExpectCommand},
       {{"expect sql", 0, Tail::kText, "TEXT"}, Duty::kLook, &D::ExpectSql},
       {{"expect no sql", 0, Tail::kText, "TEXT"}, Duty::kLook, &D::ExpectNoSql},
+      {{"expect voice", 0, Tail::kText, "TEXT"}, Duty::kLook, &D::ExpectVoice},
+      {{"expect no voice", 0, Tail::kNone, ""}, Duty::kLook, &D::ExpectNoVoice},
+      {{"expect ini", 2, Tail::kText, "SECTION KEY TEXT"}, Duty::kLook, &D::ExpectSetting},
       {{"expect query", 0, Tail::kArrowText, "SQL => TEXT"}, Duty::kLook, &D::ExpectQuery},
 
       {{"show", 0, Tail::kText, "CONTROL"}, Duty::kLook, &D::Show},
@@ -143,7 +153,7 @@ bool ScriptDriver::Perform(const ScriptStep& step) {
 void ScriptDriver::Run(const ScriptStep& step) {
   const StepKind& kind = Kinds()[step.kind];
   if (kind.duty == Duty::kAct) RefuseWhileAsked();
-  if (kind.duty != Duty::kLook) host_.ForgetStatements();
+  if (kind.duty != Duty::kLook) host_.ForgetSent();
   (this->*kind.run)(step);
 }
 

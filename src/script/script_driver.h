@@ -72,6 +72,7 @@ class ScriptDriver {
   void SetClock(const ScriptStep& step);
   void RunSql(const ScriptStep& step);
   void AddressForm(const ScriptStep& step);
+  void WriteSetting(const ScriptStep& step);
   void Meanwhile(const ScriptStep& step);
 
   // Steps that act.
@@ -108,6 +109,14 @@ class ScriptDriver {
   void ExpectVisible(const ScriptStep& step);
   void ExpectHidden(const ScriptStep& step);
   void ExpectFocus(const ScriptStep& step);
+  struct Cell;
+  Cell CellNamed(const ScriptStep& step) const;
+  void ExpectColour(const ScriptStep& step);
+  void ExpectBackground(const ScriptStep& step);
+  void ExpectBold(const ScriptStep& step);
+  void ExpectLocked(const ScriptStep& step);
+  void ExpectUnlocked(const ScriptStep& step);
+  void ExpectWidth(const ScriptStep& step);
   void ExpectBox(const ScriptStep& step);
   void ExpectNoBox(const ScriptStep& step);
   void ExpectForm(const ScriptStep& step);
@@ -116,6 +125,9 @@ class ScriptDriver {
   void ExpectCommand(const ScriptStep& step);
   void ExpectSql(const ScriptStep& step);
   void ExpectNoSql(const ScriptStep& step);
+  void ExpectVoice(const ScriptStep& step);
+  void ExpectNoVoice(const ScriptStep& step);
+  void ExpectSetting(const ScriptStep& step);
   void ExpectQuery(const ScriptStep& step);
 
   // Steps that print.

@@ -1,7 +1,3 @@
-#include <algorithm>
-#include <fstream>
-#include <ostream>
-
 #include "screen/forms.h"
 #include "screen/grid.h"
 #include "screen/main_frame.h"
@@ -18,60 +14,6 @@ std::string InQuotes(std::string_view text) {
   return "\"" + shown + "\"";
 }
 
-/// One cell of a printed table: what would break the table is escaped.
-std::string Flat(std::string_view text) {
-  return Replace(Replace(WithPlainLineEnds(text), "\n", "\\n"), "\t", "\\t");
-}
-
-std::string RowsAsText(Recordset rows) {
-  std::string text;
-  if (!rows.IsOpen()) return text;
-  for (bool first_row = true; !rows.Eof(); rows.MoveNext(), first_row = false) {
-    if (!first_row) text += '\n';
-    for (std::size_t col = 0; col < rows.ColumnCount(); ++col) {
-      const Value& value = std::as_const(rows).Field(col);
-      if (col > 0) text += '\t';
-      text += value.IsNull() ? "NULL" : value.Text();
-    }
-  }
-  return text;
-}
-
-std::string AllStatements(const std::vector<TracedStatement>& sent) {
-  std::vector<std::string> texts;
-  for (const TracedStatement& statement : sent) texts.push_back(statement.sql);
-  return Join(texts, "\n");
-}
-
-bool WasSent(const std::vector<TracedStatement>& sent, const std::string& text) {
-  return std::any_of(sent.begin(), sent.end(), [&](const TracedStatement& statement) {
-    return WithPlainLineEnds(statement.sql).find(text) != std::string::npos;
-  });
-}
-
-std::string StateOf(const Control& control) {
-  std::string state = control.Enabled() ? "enabled" : "disabled";
-  if (!IsSeen(control)) state += " hidden";
-  if (control.ReadOnly()) state += " read-only";
-  if (control.HasFocus()) state += " focus";
-  return state;
-}
-
-void PrintGrid(std::ostream& out, const Grid& grid) {
-  for (int row = 0; row <= grid.MaxRows(); ++row) {
-    for (int col = 1; col <= grid.MaxCols(); ++col) {
-      const std::string text = Flat(grid.Text(row, col));
-      out << (col > 1 ? "\t" : "") << (row == 0 && grid.ColumnHidden(col) ? "[" + text + "]" : text);
-    }
-    out << '\n';
-  }
-}
-
-std::string ValueInForm(const Control& control) {
-  if (const auto* grid = dynamic_cast<const Grid*>(&control)) return std::to_string(grid->MaxRows()) + " rows";
-  return Flat(ValueOf(control));
-}
-
 }  // namespace
 
 void ScriptDriver::Compare(std::string_view wanted, std::string_view found) {
@@ -86,11 +28,6 @@ void ScriptDriver::ExpectValue(const ScriptStep& step) {
   if (!grid) return Compare(step.arguments[1], ValueOf(control));
   const std::vector<std::string> parts = SplitTail(step.raw_tail, 2);
   Compare(parts[2], grid->Text(NumberFrom(0, parts[0], "row"), ColumnNamed(*grid, parts[1])));
-}
-
-void ScriptDriver::ExpectRows(const ScriptStep& step) {
-  const int wanted = NumberFrom(0, step.arguments[1], "count of rows");
-  Compare(std::to_string(wanted), std::to_string(GridNamed(step.arguments[0]).MaxRows()));
 }
 
 void ScriptDriver::ExpectEnabled(const ScriptStep& step) {
@@ -116,9 +53,12 @@ void ScriptDriver::ExpectFocus(const ScriptStep& step) {
 }
 
 void ScriptDriver::ExpectBox(const ScriptStep& step) {
+  const bool title_alone = step.arguments.size() == 1;
+  const auto told = [&](const std::string& title, const std::string& text) {
+    return title_alone ? title : title + ": " + text;
+  };
   const Box* box = probe_.OpenBox();
-  if (!box) return Compare(step.arguments[0] + ": " + step.arguments[1], "no box");
-  Compare(step.arguments[0] + ": " + step.arguments[1], box->title + ": " + box->text);
+  Compare(told(step.arguments[0], title_alone ? "" : step.arguments[1]), box ? told(box->title, box->text) : "no box");
 }
 
 void ScriptDriver::ExpectNoBox(const ScriptStep&) {
@@ -154,76 +94,6 @@ void ScriptDriver::ExpectCommand(const ScriptStep& step) {
     throw ScriptProblem{0, "\"" + wanted + "\" is none of enabled, disabled, checked"};
   }
   Compare(wanted, state.enabled ? "enabled" : "disabled");
-}
-
-void ScriptDriver::ExpectSql(const ScriptStep& step) {
-  if (!WasSent(host_.Statements(), step.arguments[0])) Compare(step.arguments[0], AllStatements(host_.Statements()));
-}
-
-void ScriptDriver::ExpectNoSql(const ScriptStep& step) {
-  if (!WasSent(host_.Statements(), step.arguments[0])) return;
-  Compare("not " + step.arguments[0], AllStatements(host_.Statements()));
-}
-
-void ScriptDriver::ExpectQuery(const ScriptStep& step) {
-  Compare(step.arguments[1], RowsAsText(host_.RunBeside(step.arguments[0])));
-}
-
-void ScriptDriver::Show(const ScriptStep& step) {
-  const Control& control = ControlNamed(CurrentForm(), step.arguments[0]);
-  if (const auto* grid = dynamic_cast<const Grid*>(&control)) {
-    PrintGrid(out_, *grid);
-  } else {
-    out_ << WithPlainLineEnds(ValueOf(control)) << '\n';
-  }
-  out_.flush();
-}
-
-void ScriptDriver::ShowForm(const ScriptStep&) {
-  const Form& form = CurrentForm();
-  out_ << form.Name() << '\t' << form.Caption() << '\n';
-  for (const Control* control : form.Controls()) {
-    out_ << control->Name() << '\t' << Flat(control->Caption()) << '\t' << ValueInForm(*control) << '\t'
-         << StateOf(*control) << '\n';
-  }
-  out_.flush();
-}
-
-void ScriptDriver::ShowForms(const ScriptStep&) {
-  const std::vector<Form*>& shown = OpenForms().Shown();
-  for (auto form = shown.rbegin(); form != shown.rend(); ++form) {
-    out_ << (*form)->Name() << '\t' << (*form)->Caption() << ((*form)->IsModal() ? "\tmodal" : "") << '\n';
-  }
-  out_.flush();
-}
-
-void ScriptDriver::ShowBox(const ScriptStep&) {
-  if (const Box* box = probe_.OpenBox()) {
-    out_ << box->title << '\t' << box->style << '\n' << WithPlainLineEnds(box->text) << std::endl;
-  } else {
-    out_ << "no box" << std::endl;
-  }
-}
-
-void ScriptDriver::ShowSql(const ScriptStep&) {
-  for (const TracedStatement& statement : host_.Statements()) {
-    out_ << statement.sql << '\t' << statement.rows << " rows";
-    if (!statement.failure.empty()) out_ << '\t' << statement.failure;
-    out_ << '\n';
-  }
-  out_.flush();
-}
-
-void ScriptDriver::Shot(const ScriptStep& step) {
-  probe_.Shot(step.arguments[0]);
-}
-
-void ScriptDriver::Pages(const ScriptStep& step) {
-  const std::string pages = host_.LastPages();
-  if (pages.empty()) throw ScriptProblem{0, "nothing was printed yet"};
-  std::ofstream file(step.arguments[0], std::ios::binary);
-  file << pages;
-  if (!file.flush()) throw ScriptProblem{0, "cannot write " + step.arguments[0]};
 }
 
 }  // namespace luming

@@ -35,9 +35,16 @@ class ScriptHost {
   /// on a connection of its own, not traced.
   virtual Recordset RunBeside(std::string_view sql) = 0;
 
-  /// What the program has sent since the last call of ForgetStatements, in order.
+  /// @name What the program has sent since the last call of ForgetSent, in order
+  /// @{
   virtual const std::vector<TracedStatement>& Statements() const = 0;
-  virtual void ForgetStatements() = 0;
+  virtual const std::vector<std::string>& Spoken() const = 0;  ///< to the voice device
+  virtual void ForgetSent() = 0;
+  /// @}
+
+  /// An entry of the program's settings file in the application directory. Failure when it cannot be written.
+  virtual void WriteSetting(const std::string& section, const std::string& key, const std::string& value) = 0;
+  virtual std::string ReadSetting(const std::string& section, const std::string& key) = 0;  ///< empty without it
 
   /// What the last print or preview laid out, as text; empty before the first.
   virtual std::string LastPages() const = 0;

@@ -73,6 +73,14 @@ int NumberFrom(int first, const std::string& text, std::string_view what) {
   return number;
 }
 
+int RowFrom(int first, const Grid& grid, const std::string& text) {
+  const int row = NumberFrom(first, text, "row");
+  if (row > grid.MaxRows()) {
+    throw ScriptProblem{0, grid.Name() + " has no row " + text + ", only " + std::to_string(grid.MaxRows())};
+  }
+  return row;
+}
+
 int ColumnNamed(const Grid& grid, const std::string& text) {
   for (int col = 1; col <= grid.MaxCols(); ++col) {
     if (grid.Text(0, col) == text) return col;

@@ -21,6 +21,9 @@ std::string ValueOf(const Control& control);
 /// A whole number from `first` on; ScriptProblem for any other text.
 int NumberFrom(int first, const std::string& text, std::string_view what);
 
+/// A row by its number, `first` being the least; ScriptProblem for one that is not there.
+int RowFrom(int first, const Grid& grid, const std::string& text);
+
 /// A column by its number or its header.
 int ColumnNamed(const Grid& grid, const std::string& text);
 

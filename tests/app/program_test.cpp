@@ -60,7 +60,7 @@ TEST_F(ProgramTest, StatementsAreRememberedAndGoToTheTraceFile) {
   ASSERT_FALSE(program.Statements().empty());
   EXPECT_EQ(program.Statements().front().sql, "select * from userdb ");
   EXPECT_EQ(program.Statements().front().rows, 1);
-  program.ForgetStatements();
+  program.ForgetSent();
   program.RunBeside("Update userdb Set password='2'");
   EXPECT_TRUE(program.Statements().empty()) << "what runs beside the program is not traced";
   EXPECT_NE(ReadBytes(directory / "trace.txt").find("\t1 rows\tselect * from userdb "), std::string::npos);

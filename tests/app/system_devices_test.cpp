@@ -19,7 +19,8 @@ class SystemDevicesTest : public ::testing::Test {
   FixedClock clock{DateTime(2026, 3, 1, 10, 0, 0)};
   std::optional<Moment> set;
   bool allowed = true;
-  SystemDevices devices{clock, [this](Moment moment) {
+  TempDirectory library;
+  SystemDevices devices{clock, VoiceLibrary({library / "none", library.Path()}), [this](Moment moment) {
                           set = moment;
                           return allowed;
                         }};
@@ -64,6 +65,15 @@ TEST_F(SystemDevicesTest, MissingProgramsAndDocumentsAreFailures) {
   WriteBytes(directory / "manual.chm", "x");
   EXPECT_THROW(devices.OpenDocument(directory / "manual.chm"), Failure) << "no program opens documents here";
   setenv("PATH", path.c_str(), 1);
+}
+
+TEST_F(SystemDevicesTest, TheVoiceDeviceGetsItsTextsInTheSystemsCodePage) {
+  devices.dsbdll(1, "nobody hears this");
+  std::filesystem::copy_file(LUMING_VOICE_LIBRARY, library / "libcky95h.so");
+  setenv("LUMING_VOICE_LOG", (library / "log").c_str(), 1);
+  devices.dsbdll(1, "J12.5");
+  devices.dsbdll(1, "收");
+  EXPECT_EQ(ReadBytes(library / "log"), "1 J12.5|1 \xCA\xD5|");
 }
 
 /// A machine on which the named programs write what they were called with into a file.

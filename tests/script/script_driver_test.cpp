@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <sstream>
 
 #include "screen/button.h"
@@ -51,7 +52,17 @@ class ToyHost : public ScriptHost {
     return rows;
   }
   const std::vector<TracedStatement>& Statements() const override { return statements; }
-  void ForgetStatements() override { statements.clear(); }
+  const std::vector<std::string>& Spoken() const override { return spoken; }
+  void ForgetSent() override {
+    statements.clear();
+    spoken.clear();
+  }
+  void WriteSetting(const std::string& section, const std::string& key, const std::string& value) override {
+    settings[section + "." + key] = value;
+  }
+  std::string ReadSetting(const std::string& section, const std::string& key) override {
+    return settings[section + "." + key];
+  }
   std::string LastPages() const override { return pages; }
 
   void Send(const std::string& sql) { statements.push_back({sql, 1, {}, {}}); }
@@ -69,6 +80,8 @@ class ToyHost : public ScriptHost {
   std::string handed_off;
   std::vector<std::string> beside;
   std::vector<TracedStatement> statements;
+  std::vector<std::string> spoken;
+  std::map<std::string, std::string> settings;
   std::string pages;
   bool ended = false;
 };
@@ -83,6 +96,8 @@ class ToyChild : public Form {
     lines.SetText(1, 2, "甲");
     lines.SetText(1, 3, "多行\r\n文本");
     lines.SetLocked(2, 1, 3, true);
+    lines.SetColours(1, 1, 1, 0xFF0000, 0x00AB0F);
+    lines.SetBold(2, 1, 1, true);
     lines.double_click.Connect([this](int row, int) { OpenDialog(row); });
     lines.key_down.Connect([this](KeyEvent& event) {
       if (event.code == key::kEnter) OpenDialog(lines.ActiveRow());
@@ -109,6 +124,7 @@ class ToyChild : public Form {
     dialog.ShowModal();
     lines.SetText(row, 2, dialog.amount.Text());
     host.Send("after dialog");
+    host.spoken = {"J" + dialog.amount.Text(), "v"};
   }
   void Save() {
     const Answer answer =
@@ -136,7 +152,7 @@ class ToyChild : public Form {
   OptionButton left{this, "left", "左", "", true};
   OptionButton right{this, "right", "右"};
   DateBox day{this, "day", "日  期："};
-  Grid lines{this, "lines", {"编码", "品名", GridColumn::Hidden("内码")}};
+  Grid lines{this, "lines", {"编码", GridColumn("品名", 12), GridColumn::Hidden("内码")}};
   Tree tree{this, "tree"};
   ToolBar bar{this, "bar", {{"打印(&P)", "print"}, {"导出", "export", false, false}}};
   Button save{this, "save", "入库(&R)", &ToyChild::Save};
@@ -278,6 +294,45 @@ TEST_F(ScriptDriverTest, GridsTreesAndTools) {
       << errors.str();
 }
 
+TEST_F(ScriptDriverTest, LooksOfCellsAndSettingsAreCompared) {
+  EXPECT_EQ(RunOnChild("expect colour lines 1 编码 red\n"
+                       "expect colour lines 1 2 default\n"
+                       "expect background lines 1 1 #00ab0F\n"
+                       "expect bold lines 2 1\n"
+                       "expect locked lines 2 品名\n"
+                       "expect unlocked lines 1 品名\n"
+                       "expect width lines 品名 12\n"
+                       "expect width lines 3 0\n"
+                       "ini 配置 药库类型 中药库 二\n"
+                       "expect ini 配置 药库类型 中药库 二\n"
+                       "ini 配置 药库类型 \"\"\n"
+                       "expect ini 配置 药库类型 \"\"\n"),
+            0)
+      << errors.str();
+  EXPECT_EQ(RunOnChild("expect colour lines 1 1 black\n"
+                       "expect background lines 1 1 green\n"
+                       "expect bold lines 1 1\n"
+                       "expect locked lines 1 1\n"
+                       "expect unlocked lines 2 1\n"
+                       "expect width lines 2 11\n"
+                       "expect voice J\n"
+                       "open lines 1\n"
+                       "key Enter\n"
+                       "expect voice J1\n"
+                       "expect no voice\n"),
+            1);
+  EXPECT_EQ(errors.str(),
+            "toy.txt:3: wanted \"black\", found \"red\"\n"
+            "toy.txt:4: wanted \"green\", found \"#00ab0f\"\n"
+            "toy.txt:5: wanted \"bold\", found \"not bold\"\n"
+            "toy.txt:6: wanted \"locked\", found \"unlocked\"\n"
+            "toy.txt:7: wanted \"unlocked\", found \"locked\"\n"
+            "toy.txt:8: wanted \"11\", found \"12\"\n"
+            "toy.txt:9: wanted \"J\", found \"no voice\"\n"
+            "toy.txt:12: wanted \"J1\", found \"J\\nv\"\n"
+            "toy.txt:13: wanted \"no voice\", found \"J\\nv\"\n");
+}
+
 TEST_F(ScriptDriverTest, AModalFormReturnsToTheScriptAndItsCallerGoesOnWhenItCloses) {
   EXPECT_EQ(RunOnChild("open lines 1\n"
                        "expect form ToyDialog 请您输入\n"
@@ -296,6 +351,10 @@ TEST_F(ScriptDriverTest, AModalFormReturnsToTheScriptAndItsCallerGoesOnWhenItClo
                 "expect closed ToyDialog\n"
                 "expect lines 2 2 12\n"
                 "expect sql after dialog\n"
+                "expect voice J12\n"
+                "expect voice v\n"
+                "key F3\n"
+                "expect no voice\n"
                 "expect form ToyChild\n"),
             0)
       << errors.str();
@@ -312,6 +371,7 @@ TEST_F(ScriptDriverTest, BoxesAndFileDialogsAreAnsweredOneByOne) {
                        "answer yes\n"
                        "expect sql Insert into T(a) Values('1')\n"
                        "expect box 信息 成功!\n"
+                       "expect box 信息\n"
                        "answer ok\n"
                        "file /tmp/a b.xls\n"
                        "expect PM /tmp/a b.xls\n"),
@@ -336,6 +396,7 @@ TEST_F(ScriptDriverTest, AllFailedExpectationsAreReported) {
   EXPECT_EQ(RunOnChild("expect PM x\n"
                        "click save\n"
                        "expect box 系统提示 你确定\n"
+                       "expect box 提示\n"
                        "expect no box\n"
                        "answer no\n"
                        "expect box 提示 x\n"
@@ -350,14 +411,15 @@ TEST_F(ScriptDriverTest, AllFailedExpectationsAreReported) {
   EXPECT_EQ(errors.str(),
             "toy.txt:3: wanted \"x\", found \"\"\n"
             "toy.txt:5: wanted \"系统提示: 你确定\", found \"系统提示: 你确定吗？\\n请检查。\"\n"
-            "toy.txt:6: wanted \"no box\", found \"系统提示: 你确定吗？\\n请检查。\"\n"
-            "toy.txt:8: wanted \"提示: x\", found \"no box\"\n"
-            "toy.txt:9: wanted \"3\", found \"2\"\n"
-            "toy.txt:10: wanted \"hidden\", found \"visible\"\n"
-            "toy.txt:11: wanted \"form ToyDialog open\", found \"it is not\"\n"
-            "toy.txt:12: wanted \"form ToyChild closed\", found \"it is open\"\n"
-            "toy.txt:13: wanted \"x\", found \"\"\n"
-            "toy.txt:14: wanted \"x\\tNULL\\n1.5\\ttwo\", found \"x\\tNULL\\n1.5\\ttwo\\nlines\"\n");
+            "toy.txt:6: wanted \"提示\", found \"系统提示\"\n"
+            "toy.txt:7: wanted \"no box\", found \"系统提示: 你确定吗？\\n请检查。\"\n"
+            "toy.txt:9: wanted \"提示: x\", found \"no box\"\n"
+            "toy.txt:10: wanted \"3\", found \"2\"\n"
+            "toy.txt:11: wanted \"hidden\", found \"visible\"\n"
+            "toy.txt:12: wanted \"form ToyDialog open\", found \"it is not\"\n"
+            "toy.txt:13: wanted \"form ToyChild closed\", found \"it is open\"\n"
+            "toy.txt:14: wanted \"x\", found \"\"\n"
+            "toy.txt:15: wanted \"x\\tNULL\\n1.5\\ttwo\", found \"x\\tNULL\\n1.5\\ttwo\\nlines\"\n");
 }
 
 TEST_F(ScriptDriverTest, AStepThatCannotBeCarriedOutStopsTheScript) {
@@ -396,6 +458,9 @@ TEST_F(ScriptDriverTest, AStepThatCannotBeCarriedOutStopsTheScript) {
       {"pages /tmp/x", "nothing was printed yet"},
       {"clock soon", "\"soon\" is no date"},
       {"expect lines 1", "an argument is missing"},
+      {"expect colour lines 1 1 pink", "\"pink\" is no colour"},
+      {"expect colour lines 1 1 #12345g", "\"#12345g\" is no colour"},
+      {"expect bold lines 3 1", "lines has no row 3, only 2"},
       {"click fail", "a failure that nobody trapped: 13 类型不匹配 (luming)"},
   };
   for (const Case& each : cases) {

@@ -35,6 +35,7 @@ class FakeDevices : public Devices {
   std::filesystem::path SystemDirectory() override { return "/system"; }
   void StartProgram(const std::filesystem::path& program) override;
   void OpenDocument(const std::filesystem::path& document) override;
+  void dsbdll(int, const std::string&) override {}
 
  private:
   void NeedConsent() const;
