@@ -1,6 +1,5 @@
 #include "documents/line_columns.h"
 
-#include "stock/stock_column.h"
 #include "util/number_text.h"
 
 namespace luming {
@@ -36,7 +35,7 @@ void DayOrNull(Statement& statement, const std::string& cell, const ValueSource&
 std::vector<GridColumn> GridColumnsOf(LineColumns columns) {
   std::vector<GridColumn> made;
   for (const LineColumn& column : columns) {
-    made.push_back(StockColumn(column.caption));
+    made.push_back(GridColumn(column.caption).Holding(column.holds));
     made.back().hidden = column.cell == Cell::kHidden;
     made.back().locked = column.cell == Cell::kLocked;
   }

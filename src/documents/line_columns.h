@@ -58,6 +58,7 @@ struct LineColumn {
   const char* saved_as = nullptr;  ///< column of the line table; null: shown only
   Sent sent = nullptr;
   Cell cell = Cell::kLocked;
+  Holds holds = Holds::kAnything;
 };
 
 /// Whether the columns are numbered as they stand, each that is saved with the way it is sent.

@@ -48,7 +48,7 @@ enum Column {
 // clang-format off
 constexpr LineColumn kColumns[] = {
   // column                  caption     from the match               saved as
-  {col::kCode,               "编码",     {},                          "YPBM", sent::Text},
+  {col::kCode,               "编码",     {},                          "YPBM", sent::Text,       Cell::kLocked, Holds::kCode},
   {col::kName,               "品名",     {match::kName},              "PM",   sent::Text},
   {col::kSpecification,      "规格",     {match::kSpecification},     "GG",   sent::Text},
   {col::kUnit,               "单位",     {match::kLargeUnit},         "DW",   sent::Text},
@@ -58,7 +58,7 @@ constexpr LineColumn kColumns[] = {
   {col::kQuantity,           "入库数量", {},                          "RKSL", sent::Figure,     Cell::kTyped},
   {col::kPurchasePrice,      "进货价格", {match::kPurchase, "0.000"}, "PFJ",  sent::FigureOr0,  Cell::kTyped},
   {col::kAmount,             "进货金额", {},                          "JE",   sent::FigureOr0,  Cell::kTyped},
-  {col::kBatch,              "批号",     {},                          "PH",   sent::Text,       Cell::kTyped},
+  {col::kBatch,              "批号",     {},                          "PH",   sent::Text,       Cell::kTyped, Holds::kCode},
   {col::kExpiry,             "效期",     {},                          "XQ",   sent::DayOrNull,  Cell::kTyped},
   {col::kRatio,              "拆零比",   {},                          "CLB",  sent::Ratio,      Cell::kTyped},
   {col::kUnitPurchasePrice,  "",         {},                          nullptr, nullptr,         Cell::kHidden},

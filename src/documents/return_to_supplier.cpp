@@ -41,7 +41,7 @@ enum Column {
 // clang-format off
 constexpr LineColumn kColumns[] = {
   // column              caption     from the match           saved as
-  {col::kCode,           "编码",     {},                      "YPBM", sent::Text},
+  {col::kCode,           "编码",     {},                      "YPBM", sent::Text, Cell::kLocked, Holds::kCode},
   {col::kName,           "品名",     {match::kName},          "YPMC", sent::Text},
   {col::kSpecification,  "规格",     {match::kSpecification}, "GG",   sent::Text},
   {col::kUnit,           "单位",     {match::kLargeUnit},     "DW",   sent::Text},
@@ -49,7 +49,7 @@ constexpr LineColumn kColumns[] = {
   {col::kQuantity,       "退库数量", {},                      "TKSL", sent::FigureOr0},
   {col::kPurchasePrice,  "进货价格", {match::kPurchase},      "PFJ",  sent::Money},
   {col::kAmount,         "进货金额", {},                      "JE",   sent::Money},
-  {col::kBatch,          "批号",     {},                      "PH",   sent::Text},
+  {col::kBatch,          "批号",     {},                      "PH",   sent::Text, Cell::kLocked, Holds::kCode},
   {col::kExpiry,         "效期",     {},                      "XQ",   sent::DayOrNull},
   {col::kRatio,          "拆零比",   {match::kRatio},         "CLB",  sent::Ratio},
 };

@@ -15,12 +15,11 @@ namespace {
 enum Column { kBatch = 1, kQuantity, kExpiry, kPurchasePrice, kWholesalePrice, kReceived, kCost, kWholesale };
 
 std::vector<GridColumn> Columns(BatchAmounts amounts) {
-  std::vector<GridColumn> columns = {
-      GridColumn("批号", 16, Align::kLeft),     GridColumn("数量", 10, Align::kRight),
-      GridColumn("效期", 11, Align::kCentre),   GridColumn("进价", 11, Align::kRight),
-      GridColumn("批发价", 11, Align::kRight),  GridColumn("入库日期", 11, Align::kCentre),
-      GridColumn("进价金额", 14, Align::kRight)};
-  if (amounts == BatchAmounts::kPurchaseAndWholesale) columns.emplace_back("批发价金额", 14, Align::kRight);
+  std::vector<GridColumn> columns = {GridColumn("批号", 16).Code(),      GridColumn("数量", 10).Figure(),
+                                     GridColumn("效期", 11).Date(),      GridColumn("进价", 11).Figure(),
+                                     GridColumn("批发价", 11).Figure(),  GridColumn("入库日期", 11).Date(),
+                                     GridColumn("进价金额", 14).Figure()};
+  if (amounts == BatchAmounts::kPurchaseAndWholesale) columns.push_back(GridColumn("批发价金额", 14).Figure());
   return columns;
 }
 

@@ -6,62 +6,63 @@ namespace luming {
 
 namespace {
 
-constexpr auto kText = CellKind::kText;
+constexpr auto kPlain = CellKind::kText;
 constexpr auto kList = CellKind::kCombo;
 constexpr auto kCheck = CellKind::kCheck;
 constexpr auto kFixed = CellKind::kStatic;
-constexpr auto kLeft = Align::kLeft;
-constexpr auto kRight = Align::kRight;
-constexpr auto kCentre = Align::kCentre;
+constexpr auto kAny = Holds::kAnything;
+constexpr auto kText = Holds::kText;
+constexpr auto kCode = Holds::kCode;
+constexpr auto kFigure = Holds::kFigure;
 
 // clang-format off
 const std::vector<CatalogueColumn> kColumns = {
-  // header          column      picture   cell    align    sent               dictionary
-  {"编码",            "YPBM",     "",       kFixed, kLeft,   Sent::kNot,        ""},
-  {"品名",            "YPMC",     "",       kText,  kLeft,   Sent::kQuoted,     ""},
-  {"商品名",          "SPMC",     "",       kText,  kLeft,   Sent::kQuoted,     ""},
-  {"规格",            "GG",       "",       kList,  kLeft,   Sent::kQuoted,     "YPGG"},
-  {"库存量",          "YKKCL",    "",       kText,  kRight,  Sent::kQuoted,     ""},
-  {"最小单位",        "ZXDW",     "",       kList,  kLeft,   Sent::kQuoted,     "ZXDW"},
-  {"剂量单位",        "JLDW",     "",       kList,  kLeft,   Sent::kQuoted,     "JLDW"},
-  {"拆零比",          "CLB",      "",       kText,  kRight,  Sent::kQuoted,     ""},
-  {"大单位库存",      "",         nullptr,  kFixed, kRight,  Sent::kNot,        ""},
-  {"单位",            "DW",       "",       kList,  kLeft,   Sent::kQuoted,     "YPDW"},
-  {"产地",            "SCCJ",     "",       kList,  kLeft,   Sent::kQuoted,     ""},
-  {"ABC",             "ABC",      "",       kList,  kLeft,   Sent::kQuoted,     "ABC"},
-  {"剂型",            "JX",       "",       kList,  kLeft,   Sent::kQuoted,     "YPJX"},
-  {"进价",            "PFJ",      "0.0000", kText,  kRight,  Sent::kBare,       ""},
-  {"零售价",          "LSJ",      "0.0000", kText,  kRight,  Sent::kBare,       ""},
-  {"拆零零售价",      "CLLSJ",    "",       kText,  kRight,  Sent::kBareOrNull, ""},
-  {"批发价",          "PLJ",      "0.0000", kText,  kRight,  Sent::kBare,       ""},
-  {"收费项目",        "SFXM",     "",       kList,  kLeft,   Sent::kQuoted,     ""},
-  {"是否停用",        "SFTY",     "",       kCheck, kCentre, Sent::kFlag,       ""},
-  {"是否收费",        "SFSF",     "",       kCheck, kCentre, Sent::kFlag,       ""},
-  {"自划价",          "ZHJBZ",    "",       kCheck, kCentre, Sent::kFlag,       ""},
-  {"处方限量",        "CFXL",     "",       kText,  kRight,  Sent::kQuoted,     ""},
-  {"合疗用药",        "HZYLYY",   "",       kCheck, kCentre, Sent::kFlag,       ""},
-  {"常规收费项目",    "GFYY",     "",       kCheck, kCentre, Sent::kFlag,       ""},
-  {"医保用药",        "YBYY",     "",       kCheck, kCentre, Sent::kFlag,       ""},
-  {"库存上限",        "YKKCSX",   "",       kText,  kRight,  Sent::kQuoted,     ""},
-  {"库存下限",        "YKKCXX",   "",       kText,  kRight,  Sent::kQuoted,     ""},
-  {"拼音码(品名)",    "PYDM",     "",       kText,  kLeft,   Sent::kQuoted,     ""},
-  {"五笔码(品名)",    "WBDM",     "",       kText,  kLeft,   Sent::kQuoted,     ""},
-  {"拼音码(商品名)",  "SP_PYDM",  "",       kText,  kLeft,   Sent::kQuoted,     ""},
-  {"五笔码(商品名)",  "SP_WBDM",  "",       kText,  kLeft,   Sent::kQuoted,     ""},
-  {"批准文号",        "PZWH",     "",       kText,  kLeft,   Sent::kQuoted,     ""},
-  {"注册商标",        "ZCSB",     "",       kText,  kLeft,   Sent::kQuoted,     ""},
-  {"质量状况",        "ZLZK",     "",       kText,  kLeft,   Sent::kQuoted,     ""},
-  {"关联医保编码",    "YBXMBH",   "",       kText,  kLeft,   Sent::kQuoted,     ""},
-  {"关联农合编码",    "NHXMBH",   "",       kText,  kLeft,   Sent::kQuoted,     ""},
-  {"给药途径",        "GYTJ",     "",       kList,  kLeft,   Sent::kQuoted,     "GYTJ"},
-  {"用药频次",        "YYPC",     "",       kList,  kLeft,   Sent::kQuoted,     "YYPC"},
-  {"单次剂量",        "DCJL",     "",       kList,  kLeft,   Sent::kQuoted,     "DCJL"},
-  {"注射药品",        "ZSYP",     nullptr,  kCheck, kCentre, Sent::kQuoted,     ""},
-  {"皮试判别",        "PSPB",     nullptr,  kCheck, kCentre, Sent::kQuoted,     ""},
-  {"药理作用分类",    "YLZYFL",   "",       kText,  kLeft,   Sent::kQuoted,     ""},
-  {"修改标志",        "",         nullptr,  kFixed, kLeft,   Sent::kNot,        ""},
-  {"进价合计",        "",         nullptr,  kFixed, kRight,  Sent::kNot,        ""},
-  {"零售价合计",      "",         nullptr,  kFixed, kRight,  Sent::kNot,        ""},
+  // header          column      picture   cell    holds    sent               dictionary
+  {"编码",            "YPBM",     "",       kFixed, kCode,   Sent::kNot,        ""},
+  {"品名",            "YPMC",     "",       kPlain, kText,   Sent::kQuoted,     ""},
+  {"商品名",          "SPMC",     "",       kPlain, kText,   Sent::kQuoted,     ""},
+  {"规格",            "GG",       "",       kList,  kText,   Sent::kQuoted,     "YPGG"},
+  {"库存量",          "YKKCL",    "",       kPlain, kFigure, Sent::kQuoted,     ""},
+  {"最小单位",        "ZXDW",     "",       kList,  kText,   Sent::kQuoted,     "ZXDW"},
+  {"剂量单位",        "JLDW",     "",       kList,  kText,   Sent::kQuoted,     "JLDW"},
+  {"拆零比",          "CLB",      "",       kPlain, kFigure, Sent::kQuoted,     ""},
+  {"大单位库存",      "",         nullptr,  kFixed, kFigure, Sent::kNot,        ""},
+  {"单位",            "DW",       "",       kList,  kText,   Sent::kQuoted,     "YPDW"},
+  {"产地",            "SCCJ",     "",       kList,  kText,   Sent::kQuoted,     ""},
+  {"ABC",             "ABC",      "",       kList,  kText,   Sent::kQuoted,     "ABC"},
+  {"剂型",            "JX",       "",       kList,  kText,   Sent::kQuoted,     "YPJX"},
+  {"进价",            "PFJ",      "0.0000", kPlain, kFigure, Sent::kBare,       ""},
+  {"零售价",          "LSJ",      "0.0000", kPlain, kFigure, Sent::kBare,       ""},
+  {"拆零零售价",      "CLLSJ",    "",       kPlain, kFigure, Sent::kBareOrNull, ""},
+  {"批发价",          "PLJ",      "0.0000", kPlain, kFigure, Sent::kBare,       ""},
+  {"收费项目",        "SFXM",     "",       kList,  kText,   Sent::kQuoted,     ""},
+  {"是否停用",        "SFTY",     "",       kCheck, kAny,    Sent::kFlag,       ""},
+  {"是否收费",        "SFSF",     "",       kCheck, kAny,    Sent::kFlag,       ""},
+  {"自划价",          "ZHJBZ",    "",       kCheck, kAny,    Sent::kFlag,       ""},
+  {"处方限量",        "CFXL",     "",       kPlain, kFigure, Sent::kQuoted,     ""},
+  {"合疗用药",        "HZYLYY",   "",       kCheck, kAny,    Sent::kFlag,       ""},
+  {"常规收费项目",    "GFYY",     "",       kCheck, kAny,    Sent::kFlag,       ""},
+  {"医保用药",        "YBYY",     "",       kCheck, kAny,    Sent::kFlag,       ""},
+  {"库存上限",        "YKKCSX",   "",       kPlain, kFigure, Sent::kQuoted,     ""},
+  {"库存下限",        "YKKCXX",   "",       kPlain, kFigure, Sent::kQuoted,     ""},
+  {"拼音码(品名)",    "PYDM",     "",       kPlain, kText,   Sent::kQuoted,     ""},
+  {"五笔码(品名)",    "WBDM",     "",       kPlain, kText,   Sent::kQuoted,     ""},
+  {"拼音码(商品名)",  "SP_PYDM",  "",       kPlain, kText,   Sent::kQuoted,     ""},
+  {"五笔码(商品名)",  "SP_WBDM",  "",       kPlain, kText,   Sent::kQuoted,     ""},
+  {"批准文号",        "PZWH",     "",       kPlain, kCode,   Sent::kQuoted,     ""},
+  {"注册商标",        "ZCSB",     "",       kPlain, kText,   Sent::kQuoted,     ""},
+  {"质量状况",        "ZLZK",     "",       kPlain, kText,   Sent::kQuoted,     ""},
+  {"关联医保编码",    "YBXMBH",   "",       kPlain, kCode,   Sent::kQuoted,     ""},
+  {"关联农合编码",    "NHXMBH",   "",       kPlain, kCode,   Sent::kQuoted,     ""},
+  {"给药途径",        "GYTJ",     "",       kList,  kText,   Sent::kQuoted,     "GYTJ"},
+  {"用药频次",        "YYPC",     "",       kList,  kText,   Sent::kQuoted,     "YYPC"},
+  {"单次剂量",        "DCJL",     "",       kList,  kText,   Sent::kQuoted,     "DCJL"},
+  {"注射药品",        "ZSYP",     nullptr,  kCheck, kAny,    Sent::kQuoted,     ""},
+  {"皮试判别",        "PSPB",     nullptr,  kCheck, kAny,    Sent::kQuoted,     ""},
+  {"药理作用分类",    "YLZYFL",   "",       kPlain, kText,   Sent::kQuoted,     ""},
+  {"修改标志",        "",         nullptr,  kFixed, kText,   Sent::kNot,        ""},
+  {"进价合计",        "",         nullptr,  kFixed, kFigure, Sent::kNot,        ""},
+  {"零售价合计",      "",         nullptr,  kFixed, kFigure, Sent::kNot,        ""},
 };
 // clang-format on
 
@@ -98,7 +99,7 @@ const std::vector<CatalogueColumn>& CatalogueColumns() {
 std::vector<GridColumn> CatalogueGridColumns() {
   std::vector<GridColumn> columns;
   for (const CatalogueColumn& column : kColumns) {
-    columns.emplace_back(column.header, 0, column.align);
+    columns.push_back(GridColumn(column.header).Holding(column.holds));
   }
   return columns;
 }

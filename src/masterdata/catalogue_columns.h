@@ -74,7 +74,7 @@ struct CatalogueColumn {
   const char* field;    ///< of YF_YPML; empty for what is stored nowhere
   const char* picture;  ///< of the field as it is shown; null where the screen computes the cell
   CellKind kind;
-  Align align;
+  Holds holds;
   Sent sent;
   const char* dictionary;  ///< whose entries a list cell offers; empty where the list comes from elsewhere
 };

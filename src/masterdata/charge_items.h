@@ -16,10 +16,8 @@ class ek_SFXMGL : public Form {
   static constexpr const char* kName = "ek_SFXMGL";
   explicit ek_SFXMGL(AppContext& app);
 
-  Grid fpSpread1{this,
-                 "fpSpread1",
-                 {GridColumn("收费项目", 32), GridColumn("药品标志", 10, Align::kCentre),
-                  GridColumn("是否进库存", 12, Align::kCentre)}};
+  Grid fpSpread1{
+      this, "fpSpread1", {GridColumn("收费项目", 32), GridColumn("药品标志", 10), GridColumn("是否进库存", 12)}};
   Button Command1{this, "Command1", "新增行(&A)", &ek_SFXMGL::Command1_Click};
   Button Command2{this, "Command2", "插入行(&R)", &ek_SFXMGL::Command2_Click};
   Button Command5{this, "Command5", "删除(&D)", &ek_SFXMGL::Command5_Click};

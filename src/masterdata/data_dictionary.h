@@ -32,10 +32,10 @@ class sjzd : public Form {
   Button Com_Find{this, "Com_Find", "查找下一个(&N)", &sjzd::Com_Find_Click};
   CheckBox Check1{this, "Check1", "显示所有字典"};
   Label LinkPrompt{this, "LinkPrompt"};
-  Grid fpSpread1{this, "fpSpread1", {GridColumn("字典代码", 8), GridColumn("字典名称", 16), GridColumn("类型", 6),
+  Grid fpSpread1{this, "fpSpread1", {GridColumn("字典代码", 8).Code(), GridColumn("字典名称", 16), GridColumn("类型", 6),
                                      GridColumn("所属模块", 10), GridColumn("备注", 24)}};
   Label CurrentDictionary{this, "CurrentDictionary"};
-  Grid fpSpread2{this, "fpSpread2", {GridColumn("", 20), GridColumn::Locked("状态", 6), GridColumn::Hidden()}};
+  Grid fpSpread2{this, "fpSpread2", {GridColumn("", 20), GridColumn("状态", 6).Locked(), GridColumn("").Hidden()}};
   Button Command7{this, "Command7", "新建字典(&N)", &sjzd::Command7_Click};
   Button Command5{this, "Command5", "修改字典(&E)", &sjzd::Command5_Click};
   Button Command6{this, "Command6", "删除字典(&D)", &sjzd::Command6_Click};

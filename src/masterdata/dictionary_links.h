@@ -20,7 +20,7 @@ class Frm_LinkZD : public Form {
   Grid fpSpread1{this,
                  "fpSpread1",
                  {GridColumn("控件名", 12), GridColumn("控件标题", 16), GridColumn("关联字典", 16),
-                  GridColumn("状态", 6), GridColumn::Hidden("ID"), GridColumn::Hidden("LINKZD")}};
+                  GridColumn("状态", 6), GridColumn("ID").Hidden(), GridColumn("LINKZD").Hidden()}};
   Button Command1{this, "Command1", "保存(&S)", &Frm_LinkZD::Command1_Click};
   Button Command2{this, "Command2", "退出(&Q)", &Frm_LinkZD::Command2_Click, ButtonRole::kCancel};
 

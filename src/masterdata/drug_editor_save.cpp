@@ -4,6 +4,7 @@
 #include "screen/check_box.h"
 #include "screen/combo_box.h"
 #include "screen/messages.h"
+#include "screen/text_box.h"
 #include "util/number_text.h"
 #include "util/text.h"
 

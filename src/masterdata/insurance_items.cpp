@@ -16,14 +16,15 @@ namespace {
 struct CatalogueField {
   const char* column;
   const char* caption;
+  Holds holds = Holds::kAnything;
 };
 
 constexpr auto kDrugFields = std::to_array<CatalogueField>({
-    {"drug_code", "药品编号"},
+    {"drug_code", "药品编号", Holds::kCode},
     {"drug_name", "药品名称"},
-    {"drug_sort", "药品简码"},
+    {"drug_sort", "药品简码", Holds::kCode},
     {"other_name", "其他名称"},
-    {"other_sort", "其他简码"},
+    {"other_sort", "其他简码", Holds::kCode},
     {"drug_type", "药品类型"},
     {"item_class", "级别"},
     {"spec", "规格"},
@@ -35,19 +36,19 @@ constexpr auto kDrugFields = std::to_array<CatalogueField>({
     {"memo", "备注"},
     {"status", "有效状态"},
     {"scbz", "上传标志"},
-    {"drug_bzbh", "标准编号"},
-    {"drug_pcode", "上级编码"},
+    {"drug_bzbh", "标准编号", Holds::kCode},
+    {"drug_pcode", "上级编码", Holds::kCode},
     {"drug_islast", "是否末级"},
     {"rate_status", "饮片状态"},
     {"drug_unit", "药品单位"},
 });
 
 constexpr auto kTreatmentFields = std::to_array<CatalogueField>({
-    {"item_code", "项目编号"},
+    {"item_code", "项目编号", Holds::kCode},
     {"item_name", "项目名称"},
-    {"item_sort", "项目简码"},
+    {"item_sort", "项目简码", Holds::kCode},
     {"other_name", "其他名称"},
-    {"other_sort", "其他简码"},
+    {"other_sort", "其他简码", Holds::kCode},
     {"item_type", "项目类型"},
     {"item_class", "费用类型"},
     {"unit_code", "单位"},
@@ -55,7 +56,7 @@ constexpr auto kTreatmentFields = std::to_array<CatalogueField>({
     {"rate", "补偿比例"},
     {"memo", "备注"},
     {"dept", "科室"},
-    {"item_bzbh", "标准编号"},
+    {"item_bzbh", "标准编号", Holds::kCode},
 });
 
 using CatalogueFields = std::span<const CatalogueField>;
@@ -96,11 +97,11 @@ bool NHXMXZ::SearchesDrugs() const {
 }
 
 void NHXMXZ::ShowHeads() {
-  const CatalogueFields fields = FieldsOf(SearchesDrugs());
-  fpSpread1.SetMaxCols(static_cast<int>(fields.size()));
-  for (int col = 1; col <= fpSpread1.MaxCols(); ++col) {
-    fpSpread1.SetText(0, col, fields[static_cast<std::size_t>(col) - 1].caption);
+  std::vector<GridColumn> columns;
+  for (const CatalogueField& field : FieldsOf(SearchesDrugs())) {
+    columns.push_back(GridColumn(field.caption).Holding(field.holds));
   }
+  fpSpread1.SetColumns(std::move(columns));
 }
 
 Statement NHXMXZ::SearchStatement() const {
@@ -118,7 +119,6 @@ void NHXMXZ::Search() {
     for (const CatalogueField& field : FieldsOf(SearchesDrugs())) {
       sources.push_back({field.caption});
     }
-    fpSpread1.SetMaxRows(0);
     ShowHeads();
     fpSpread1.Fill(std::move(rows), sources);
   });

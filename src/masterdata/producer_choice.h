@@ -17,7 +17,7 @@ class Frm_Check : public Form {
   explicit Frm_Check(AppContext& app);
 
   Grid fpSpread1{
-      this, "fpSpread1", {GridColumn("产地名称", 22), GridColumn("产地全称", 34), GridColumn("拼音代码", 14)}};
+      this, "fpSpread1", {GridColumn("产地名称", 22), GridColumn("产地全称", 34), GridColumn("拼音代码", 14).Code()}};
 
   /// The operator took that producer; the list hides when its handler is through.
   Event<const std::string&> taken;

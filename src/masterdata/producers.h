@@ -18,10 +18,10 @@ class YPGL_CDWF : public Form {
   explicit YPGL_CDWF(AppContext& app);
 
   TextBox Search{this, "Search", "输入拼音简码搜索", {.ime = Ime::kOff}};
-  Grid DataGrid1{
-      this,
-      "DataGrid1",
-      {GridColumn("产地名称", 24), GridColumn("拼音代码", 14), GridColumn("五笔代码", 14), GridColumn("产地全称", 34)}};
+  Grid DataGrid1{this,
+                 "DataGrid1",
+                 {GridColumn("产地名称", 24), GridColumn("拼音代码", 14).Code(), GridColumn("五笔代码", 14).Code(),
+                  GridColumn("产地全称", 34)}};
   Button Com_XGH{this, "Com_XGH", "新建(&N)", &YPGL_CDWF::Com_XGH_Click};
   Button Com_XG{this, "Com_XG", "修改(&E)", &YPGL_CDWF::Com_XG_Click};
   Button Com_DEL{this, "Com_DEL", "删除(&D)", &YPGL_CDWF::Com_DEL_Click};

@@ -12,11 +12,6 @@ namespace {
 
 constexpr int kHeaderRows = 1;
 
-/// Codes and numbers of documents and batches, which are never counted with.
-bool HoldsCodes(const std::string& caption) {
-  return caption.ends_with("码") || caption.ends_with("号");
-}
-
 /// "0.00" for "12.50", "￥0.0000" for "￥1.2000": the number keeps the look that it has in the grid.
 std::string PictureOf(std::string_view text) {
   std::string picture = text.find("￥") != std::string_view::npos  ? "￥"
@@ -59,7 +54,7 @@ class ColumnExport {
  public:
   ColumnExport(const Grid& grid, int col) : grid_(grid), col_(col) {
     bool summed = false;
-    bool all_numbers = !HoldsCodes(grid.Text(0, col));
+    bool all_numbers = grid.ColumnHolds(col) != Holds::kCode;
     int widest = WidthOf(grid.Text(0, col));
     for (int row = 1; row <= grid.MaxRows(); ++row) {
       const std::string text = grid.Text(row, col);

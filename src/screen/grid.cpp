@@ -10,31 +10,9 @@
 
 namespace luming {
 
-GridColumn GridColumn::Hidden(std::string caption) {
-  GridColumn column(std::move(caption));
-  column.hidden = true;
-  return column;
-}
-
-GridColumn GridColumn::Locked(std::string caption, int width, Align align) {
-  GridColumn column(std::move(caption), width, align);
-  column.locked = true;
-  return column;
-}
-
 Grid::Grid(Form* form, std::string name, std::vector<GridColumn> columns)
     : Control(form, ControlKind::kGrid, std::move(name), {}), cells_(std::make_unique<Cells>()) {
-  cells_->columns.resize(columns.size());
-  for (int col = 1; col <= cells_->MaxCols(); ++col) {
-    GridColumn& declared = columns[static_cast<std::size_t>(col) - 1];
-    Cells::Column& column = cells_->ColumnAt(col);
-    column.width = declared.width;
-    column.hidden = declared.hidden;
-    if (declared.locked) column.look.locked = true;
-    if (declared.align != Align::kDefault) column.look.align = declared.align;
-    cells_->SetText(0, col, std::move(declared.caption));
-  }
-  cells_->KeepActiveCellInside();
+  cells_->SetColumns(std::move(columns));
 }
 
 Grid::~Grid() = default;
@@ -46,6 +24,11 @@ int Grid::MaxRows() const {
 void Grid::SetMaxRows(int rows) {
   if (rows == MaxRows()) return;
   cells_->SetMaxRows(rows);
+  Redraw();
+}
+
+void Grid::SetColumns(std::vector<GridColumn> columns) {
+  cells_->SetColumns(std::move(columns));
   Redraw();
 }
 

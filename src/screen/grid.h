@@ -9,27 +9,14 @@
 
 #include "platform/database.h"
 #include "screen/control.h"
+#include "screen/grid_column.h"
 
 namespace luming {
 
 /// What the operator may do with any grid, whatever its screen has buttons for.
 enum class GridCommand { kPreview = 1, kExport };
 enum class CellKind { kText, kNumber, kStatic, kCheck, kCombo, kDate };
-enum class Align { kDefault, kLeft, kRight, kCentre };  ///< default: numbers right, the rest left
-
-/// One column as a screen declares it; a bare caption converts to it.
-struct GridColumn {
-  GridColumn(const char* column_caption) : caption(column_caption) {}  // NOLINT(google-explicit-constructor)
-  GridColumn(std::string column_caption, int column_width = 0, Align column_align = Align::kDefault)
-      : caption(std::move(column_caption)), width(column_width), align(column_align) {}
-  std::string caption;
-  int width = 0;  ///< in average characters; 0: the view chooses by caption and contents
-  Align align = Align::kDefault;
-  bool hidden = false;
-  bool locked = false;
-  static GridColumn Hidden(std::string caption = {});
-  static GridColumn Locked(std::string caption, int width = 0, Align align = Align::kDefault);
-};
+enum class Align { kDefault, kLeft, kRight, kCentre };  ///< default: as the column holds
 
 /// Where a column's text comes from when a grid is filled from a recordset.
 struct ColumnSource {
@@ -46,6 +33,9 @@ class Grid : public Control {
 
   int MaxRows() const;
   void SetMaxRows(int rows);  ///< cuts or appends empty rows at the end
+  /// Replaces all columns and empties the grid of rows. A column that stands under the same caption in the same place
+  /// keeps the width that the operator gave it.
+  void SetColumns(std::vector<GridColumn> columns);
   int MaxCols() const;
   void SetMaxCols(int cols);
 
@@ -79,6 +69,7 @@ class Grid : public Control {
   /// Rows and columns the cell at (row, col) covers; {0, 0} when another cell covers it.
   std::pair<int, int> Span(int row, int col) const;
 
+  Holds ColumnHolds(int col) const;
   void SetColumnHidden(int col, bool hidden);
   bool ColumnHidden(int col) const;
   void SetColumnWidth(int col, int characters);

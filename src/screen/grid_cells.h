@@ -61,6 +61,7 @@ struct Grid::Cells {
     int width = 0;
     bool width_is_operators = false;
     bool hidden = false;
+    Holds holds = Holds::kAnything;
     GridLook look;
     std::uint64_t changed_at = 0;  ///< the count of changes after the last one in this column
   };
@@ -95,6 +96,7 @@ struct Grid::Cells {
   /// The text as it is shown: of a formula the present result.
   const std::string& Shown(int row, int col);
   void SetText(int row, int col, std::string text);
+  void SetColumns(std::vector<GridColumn> declared);
   void SetMaxRows(int count);
   void TextChanged(int col) { ColumnAt(col).changed_at = ++changes; }
   void RowsMoved() { rows_moved_at = ++changes; }

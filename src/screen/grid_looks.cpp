@@ -89,6 +89,17 @@ Align Grid::CellAlign(int row, int col) const {
   const Align said = cells_->Resolve(row, col, &GridLook::align, Align::kDefault);
   if (said != Align::kDefault) return said;
   if (row == 0) return Align::kCentre;
+  switch (ColumnHolds(col)) {
+    case Holds::kText:
+    case Holds::kCode:
+      return Align::kLeft;
+    case Holds::kFigure:
+      return Align::kRight;
+    case Holds::kDate:
+      return Align::kCentre;
+    case Holds::kAnything:
+      break;
+  }
   switch (Kind(row, col)) {
     case CellKind::kNumber:
       return Align::kRight;
@@ -135,6 +146,10 @@ std::pair<int, int> Grid::Span(int row, int col) const {
     }
   }
   return {1, 1};
+}
+
+Holds Grid::ColumnHolds(int col) const {
+  return cells_->Inside(0, col) ? cells_->ColumnAt(col).holds : Holds::kAnything;
 }
 
 void Grid::SetColumnHidden(int col, bool hidden) {

@@ -5,7 +5,6 @@
 
 #include "frame/gateway.h"
 #include "output/grid_routines.h"
-#include "stock/stock_column.h"
 #include "util/text.h"
 
 namespace luming {
@@ -44,7 +43,7 @@ Grid& OwnOrGiven(std::optional<Grid>& own, Grid* given, Form* form, const Picker
 
 std::vector<GridColumn> PickerGridColumns(const PickerSettings& settings) {
   std::vector<GridColumn> made;
-  for (const PickerColumn& column : settings.columns) made.push_back(StockColumn(column.caption));
+  for (const PickerColumn& column : settings.columns) made.push_back(GridColumn(column.caption).Holding(column.holds));
   return made;
 }
 

@@ -10,6 +10,8 @@ namespace {
 
 using Columns = std::vector<PickerColumn>;
 
+constexpr PickerColumn kCode = {"编码", "YPBM", "", Holds::kCode};
+
 constexpr const char* kMode = "搜索方式(F5)";
 constexpr const char* kScannerMode = "搜索方式(F5)支持条形码";
 constexpr const char* kFilter = "无库存不显示(F2)";
@@ -26,7 +28,7 @@ struct Pictures {
 /// The columns that most screens share, each with its own pictures, up to the last one it shows.
 Columns Standard(const Pictures& pictures, std::size_t count, const char* stock_caption = "药库库存") {
   Columns columns = {
-      {"编码", "YPBM"},
+      kCode,
       {"品名", "YPMC"},
       {"规格", "GG"},
       {"单位", "DW"},
@@ -45,14 +47,21 @@ Columns Standard(const Pictures& pictures, std::size_t count, const char* stock_
 
 Columns Wholesale() {
   return {
-      {"编码", "YPBM"},  {"品名", "YPMC"},           {"规格", "GG"},    {"单位", "DW"},  {"产地", "SCCJ"},
-      {"库存", "ykkcl"}, {"批发价", "plj", "0.000"}, {"拆零比", "CLB"}, {"进价", "PFJ"},
+      kCode,
+      {"品名", "YPMC"},
+      {"规格", "GG"},
+      {"单位", "DW"},
+      {"产地", "SCCJ"},
+      {"库存", "ykkcl"},
+      {"批发价", "plj", "0.000"},
+      {"拆零比", "CLB"},
+      {"进价", "PFJ"},
   };
 }
 
 Columns PriceAdjustment() {
   return {
-      {"编码", "YPBM"},
+      kCode,
       {"品名", "YPMC"},
       {"规格", "GG"},
       {"单位", "DW"},
@@ -70,17 +79,17 @@ Columns PriceAdjustment() {
 
 Columns ItemPriceAdjustment() {
   return {
-      {"编码", "YPBM"}, {"品名", "YPMC"},          {"规格", "GG"},    {"单位", "DW"}, {"产地", "SCCJ"},
-      {"库存", "KCL"},  {"零售价", "LSJ", "0.00"}, {"批发价", "PFJ"},
+      kCode,           {"品名", "YPMC"},          {"规格", "GG"},    {"单位", "DW"}, {"产地", "SCCJ"},
+      {"库存", "KCL"}, {"零售价", "LSJ", "0.00"}, {"批发价", "PFJ"},
   };
 }
 
 /// The one document that shows the trade name.
 Columns StockTake() {
   return {
-      {"编码", "YPBM"}, {"品名", "YPMC"},  {"商品名", "SPMC"},   {"规格", "GG"},
-      {"单位", "DW"},   {"产地", "SCCJ"},  {"库存", "YKKCL"},    {"零售价", "LSJ", "0.00"},
-      {"进价", "PFJ"},  {"拆零比", "CLB"}, {"最小单位", "zxdw"}, {"拆零零售价", "CLLSJ"},
+      kCode,           {"品名", "YPMC"},  {"商品名", "SPMC"},   {"规格", "GG"},
+      {"单位", "DW"},  {"产地", "SCCJ"},  {"库存", "YKKCL"},    {"零售价", "LSJ", "0.00"},
+      {"进价", "PFJ"}, {"拆零比", "CLB"}, {"最小单位", "zxdw"}, {"拆零零售价", "CLLSJ"},
   };
 }
 

@@ -4,13 +4,17 @@
 #include <string_view>
 #include <vector>
 
+#include "screen/grid_column.h"
+
 namespace luming {
 
-/// One column of a picker's result list: what it is called, the field it shows and the picture it is shown by.
+/// One column of a picker's result list: what it is called, the field it shows, the picture it is shown by
+/// and what it holds.
 struct PickerColumn {
   const char* caption;
   const char* field;
   const char* picture = "";  ///< of FormatNumber; empty: as it comes
+  Holds holds = Holds::kAnything;
 };
 
 /// Which statement a search sends.

@@ -23,7 +23,7 @@ class GridForm : public Form {
     fpSpread1.header_click.Connect([this](int col) { told += "h" + std::to_string(col) + " "; });
   }
   Grid fpSpread1{
-      this, "fpSpread1", {"编码", "品名", GridColumn::Locked("金额"), GridColumn::Hidden("备用"), "停用", "单位"}};
+      this, "fpSpread1", {"编码", "品名", GridColumn("金额").Locked(), GridColumn("备用").Hidden(), "停用", "单位"}};
   Layout Arrange() const override { return Layout(fpSpread1).Width(90).Height(20); }
 
   void Changed(int row, int col) {

@@ -13,7 +13,8 @@ class ExportForm : public Form {
   explicit ExportForm(Forms& registry) : Form(registry, "ExportForm", "药品入库录入", WindowKind::kChild) {}
   Layout Arrange() const override { return grid; }
 
-  Grid grid{this, "grid", {"编码", "品名", "数量", "单价", "批号", "单据", "金额"}};
+  Grid grid{
+      this, "grid", {GridColumn("编码").Code(), "品名", "数量", "单价", GridColumn("批号").Code(), "单据", "金额"}};
 };
 
 /// What a sheet's cell holds, with its number format.

@@ -9,7 +9,7 @@ class FileForm : public Form {
  public:
   explicit FileForm(Forms& registry) : Form(registry, "FileForm", "file", WindowKind::kChild) {}
   Layout Arrange() const override { return Column({grid, other}); }
-  Grid grid{this, "grid", {"编码", "数量", GridColumn::Hidden("内码")}};
+  Grid grid{this, "grid", {"编码", "数量", GridColumn("内码").Hidden()}};
   Grid other{this, "other", {"one"}};
 };
 

@@ -12,10 +12,9 @@ class GridForm : public Form {
  public:
   explicit GridForm(Forms& registry) : Form(registry, "GridForm", "grid", WindowKind::kChild) {}
   Layout Arrange() const override { return Column({grid}); }
-  Grid grid{
-      this,
-      "grid",
-      {"编码", GridColumn::Locked("品名"), GridColumn("数量", 8, Align::kRight), GridColumn::Hidden("内码"), "金额"}};
+  Grid grid{this,
+            "grid",
+            {"编码", GridColumn("品名").Locked(), GridColumn("数量", 8).Figure(), GridColumn("内码").Hidden(), "金额"}};
 };
 
 class GridTest : public ScreenTest {
@@ -203,6 +202,21 @@ TEST_F(GridTest, AlignmentIsDeclaredOrFollowsTheContents) {
         Case{2, 1, Align::kLeft}, Case{2, 2, Align::kRight}, Case{2, 5, Align::kLeft}, Case{0, 1, Align::kCentre}}) {
     EXPECT_EQ(grid.CellAlign(row, col), align) << row << "," << col;
   }
+}
+
+TEST_F(GridTest, NewColumnsEmptyTheGridAndKeepTheOperatorsWidthsUnderTheirCaptions) {
+  Put({{"a", "b"}});
+  grid.UserColumnWidth(1, 33);
+  grid.UserColumnWidth(2, 44);
+  grid.SetColumns({GridColumn("编码", 9).Code(), GridColumn("效期", 11).Date()});
+  EXPECT_EQ(grid.MaxRows(), 0);
+  EXPECT_EQ(grid.MaxCols(), 2);
+  EXPECT_EQ(grid.ColumnWidth(1), 33);
+  EXPECT_EQ(grid.ColumnWidth(2), 11);
+  Put({{"12", "2026-03-01"}});
+  EXPECT_EQ(grid.CellAlign(1, 1), Align::kLeft);
+  EXPECT_EQ(grid.CellAlign(1, 2), Align::kCentre);
+  EXPECT_FALSE(grid.Locked(1, 2)) << "the column that stood here was locked";
 }
 
 TEST_F(GridTest, SpansCoverTheirNeighboursAndMoveWithTheirRow) {

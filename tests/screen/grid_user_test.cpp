@@ -29,7 +29,7 @@ class EditForm : public Form {
   Log TakeLog() { return std::exchange(log, {}); }
 
   TextBox field{this, "field"};
-  Grid grid{this, "grid", {"a", GridColumn::Hidden("b"), "c", "d"}};
+  Grid grid{this, "grid", {"a", GridColumn("b").Hidden(), "c", "d"}};
   int refused_col = 4;
   bool stays = false;
   Log log;

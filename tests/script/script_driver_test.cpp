@@ -152,7 +152,7 @@ class ToyChild : public Form {
   OptionButton left{this, "left", "左", "", true};
   OptionButton right{this, "right", "右"};
   DateBox day{this, "day", "日  期："};
-  Grid lines{this, "lines", {"编码", GridColumn("品名", 12), GridColumn::Hidden("内码")}};
+  Grid lines{this, "lines", {"编码", GridColumn("品名", 12), GridColumn("内码").Hidden()}};
   Tree tree{this, "tree"};
   ToolBar bar{this, "bar", {{"打印(&P)", "print"}, {"导出", "export", false, false}}};
   Button save{this, "save", "入库(&R)", &ToyChild::Save};

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <string>
+#include <utility>
+
+namespace luming {
+
+/// What a column's cells are: it says where they stand, unless a cell or row says otherwise, and what an export makes
+/// of them.
+enum class Holds {
+  kAnything,  ///< quantities right, the rest left
+  kText,      ///< left
+  kCode,      ///< left; nobody counts with it, so it is exported as text even if it is all digits
+  kFigure,    ///< right
+  kDate,      ///< centred
+};
+
+/// One column as a screen declares it; a bare caption converts to it. What else there is to say follows in a row:
+/// GridColumn("编码", 10).Code().Locked().
+struct GridColumn {
+  GridColumn(const char* column_caption) : caption(column_caption) {}  // NOLINT(google-explicit-constructor)
+  explicit GridColumn(std::string column_caption, int column_width = 0)
+      : caption(std::move(column_caption)), width(column_width) {}
+
+  GridColumn&& Holding(Holds what) && {
+    holds = what;
+    return std::move(*this);
+  }
+  GridColumn&& Text() && { return std::move(*this).Holding(Holds::kText); }
+  GridColumn&& Code() && { return std::move(*this).Holding(Holds::kCode); }
+  GridColumn&& Figure() && { return std::move(*this).Holding(Holds::kFigure); }
+  GridColumn&& Date() && { return std::move(*this).Holding(Holds::kDate); }
+  /// The operator never sees it.
+  GridColumn&& Hidden() && {
+    hidden = true;
+    return std::move(*this);
+  }
+  /// Its cells are not edited in place.
+  GridColumn&& Locked() && {
+    locked = true;
+    return std::move(*this);
+  }
+
+  std::string caption;
+  int width = 0;  ///< in average characters; 0: the view chooses by caption and contents
+  Holds holds = Holds::kAnything;
+  bool hidden = false;
+  bool locked = false;
+};
+
+}  // namespace luming
