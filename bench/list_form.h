@@ -17,6 +17,7 @@ class ListForm : public Form {
     for (int row = 1; row <= rows; ++row) {
       for (int col = 1; col <= cols; ++col) grid.SetText(row, col, CellText(row, col));
     }
+    grid.SetTotalRow(rows + 1, true);
     grid.SetText(rows + 1, 1, "合计：");
     for (int col = 4; col <= cols; col += 4) {
       const std::string letters = ColumnName(col);

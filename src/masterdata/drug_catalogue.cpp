@@ -181,6 +181,7 @@ void Frm_YPML::AddTotals(double cost, double retail) {
   const int total = drugs + 1;
   const std::string both = "进价合计：" + FormatNumber(cost, "0.000") + " 零售价合计：" + FormatNumber(retail, "0.000");
   fpSpread1.SetMaxRows(total);
+  fpSpread1.SetTotalRow(total, true);
   fpSpread1.SetSpan(total, 1, 1, fpSpread1.MaxCols());
   fpSpread1.SetKind(total, -1, CellKind::kStatic);
   fpSpread1.SetBold(total, -1, -1, true);
@@ -188,13 +189,9 @@ void Frm_YPML::AddTotals(double cost, double retail) {
   TxtInfo.SetCaption(both + "  毛利润合计:" + FormatNumber(retail - cost, "0.000"));
 }
 
-bool Frm_YPML::IsTotalRow(int row) const {
-  return row == fpSpread1.MaxRows() && fpSpread1.Text(row, 1).starts_with(kTotalCaption);
-}
-
 std::string Frm_YPML::ActiveCode() const {
   const int row = fpSpread1.ActiveRow();
-  return fpSpread1.MaxRows() == 0 || IsTotalRow(row) ? std::string() : fpSpread1.Text(row, catalogue::kYPBM);
+  return fpSpread1.MaxRows() == 0 || fpSpread1.IsTotalRow(row) ? std::string() : fpSpread1.Text(row, catalogue::kYPBM);
 }
 
 void Frm_YPML::FormKeyDown(KeyEvent& event) {

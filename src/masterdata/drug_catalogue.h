@@ -62,7 +62,6 @@ class Frm_YPML : public Form {
   Statement ListStatement(const std::string& node) const;
   void ShowList(const Statement& statement);
   void AddTotals(double cost, double retail);
-  bool IsTotalRow(int row) const;
   /// Of the active row; empty without one and on the total row.
   std::string ActiveCode() const;
   void ShowEditor(bool modify);

@@ -22,12 +22,12 @@ bool IsPrice(int column) {
 
 void Frm_YPML::fpSpread1_BeforeEdit(Grid::CellRef cell, bool& refuse) {
   const User_qx& user = app_.CurUser;
-  refuse = IsTotalRow(cell.row) || (cell.col == catalogue::kYKKCL && !user.YPGL_EDITKC) ||
+  refuse = fpSpread1.IsTotalRow(cell.row) || (cell.col == catalogue::kYKKCL && !user.YPGL_EDITKC) ||
            (IsPrice(cell.col) && !user.YPGL_EDITJG);
 }
 
 void Frm_YPML::fpSpread1_Change(int row, int col) {
-  if (IsTotalRow(row)) return;
+  if (fpSpread1.IsTotalRow(row)) return;
   const std::string text = fpSpread1.Text(row, col);
   if (col == catalogue::kYPMC) {
     fpSpread1.SetText(row, catalogue::kPYDM, GetPYDM(app_, text));
@@ -42,7 +42,7 @@ void Frm_YPML::fpSpread1_Change(int row, int col) {
 
 /// The price of the smallest unit follows with two decimals.
 void Frm_YPML::fpSpread1_LeaveCell(Grid::CellRef from, Grid::CellRef, bool&) {
-  if (from.col != catalogue::kLSJ || IsTotalRow(from.row)) return;
+  if (from.col != catalogue::kLSJ || fpSpread1.IsTotalRow(from.row)) return;
   const std::string ratio = fpSpread1.Text(from.row, catalogue::kCLB);
   const std::string price = fpSpread1.Text(from.row, catalogue::kLSJ);
   if (!IsNumeric(ratio) || CDbl(ratio) <= 1 || !IsNumeric(price)) return;

@@ -83,11 +83,8 @@ std::vector<PrintCell> PrintedRow(const Grid& grid, int row, const std::vector<i
 }  // namespace
 
 bool IsDataRow(const Grid& grid, int row) {
-  if (grid.MaxCols() > 1 && grid.Span(row, 1).second >= grid.MaxCols()) return false;
-  for (int col = 1; col <= grid.MaxCols(); ++col) {
-    if (!grid.Formula(row, col).empty() || grid.Text(row, col) == kTotalCaption) return false;
-  }
-  return true;
+  const bool spans_all = grid.MaxCols() > 1 && grid.Span(row, 1).second >= grid.MaxCols();
+  return !spans_all && !grid.IsTotalRow(row);
 }
 
 PrintGrid PrintedGrid(const Grid& grid) {

@@ -19,10 +19,11 @@ void GridSumRow(Grid& grid, int caption_col, const std::vector<int>& columns) {
     grid.SetKind(total, column, CellKind::kNumber);
     grid.SetFormula(total, column, "SUM(" + letters + "1:" + letters + std::to_string(lines) + ")");
   }
-  DressTotalRow(grid, total, caption_col);
+  MakeTotalRow(grid, total, caption_col);
 }
 
-void DressTotalRow(Grid& grid, int row, int caption_col) {
+void MakeTotalRow(Grid& grid, int row, int caption_col) {
+  grid.SetTotalRow(row, true);
   grid.SetAlign(row, caption_col, Align::kCentre);
   grid.SetBold(row, 1, grid.MaxCols(), true);
   grid.SetLocked(row, 1, grid.MaxCols(), true);

@@ -20,8 +20,9 @@ inline constexpr std::string_view kTotalCaption = "合计：";
 /// @param caption_col where the caption stands; column 1 is emptied first
 void GridSumRow(Grid& grid, int caption_col, const std::vector<int>& columns);
 
-/// The look of a total row: centred caption, bold, locked. Sums loaded from a file get it back by this.
-void DressTotalRow(Grid& grid, int row, int caption_col);
+/// Makes a row with totals known as one: marked, its caption centred, bold, locked. What was loaded from a file gets it
+/// back by this.
+void MakeTotalRow(Grid& grid, int row, int caption_col);
 
 /// Deletes one row. Without rows it says so instead. @return whether a row was deleted
 bool GridDelRow(Grid& grid, int row);

@@ -140,7 +140,7 @@ struct SortKey {
 void Grid::SortRows(int col, bool ascending) {
   if (!cells_->Inside(0, col)) return;
   int count = MaxRows();
-  while (count > 0 && cells_->IsTotalRow(count)) --count;
+  while (count > 0 && IsTotalRow(count)) --count;
   std::vector<SortKey> keys;
   keys.reserve(static_cast<std::size_t>(count));
   for (int row = 1; row <= count; ++row) keys.emplace_back(cells_->Shown(row, col));
@@ -155,6 +155,16 @@ void Grid::SortRows(int col, bool ascending) {
   std::move(sorted.begin(), sorted.end(), cells_->rows.begin() + 1);
   cells_->RowsMoved();
   Redraw();
+}
+
+void Grid::SetTotalRow(int row, bool total) {
+  if (row >= 1 && row <= MaxRows()) cells_->RowAt(row).Extra().total = total;
+}
+
+bool Grid::IsTotalRow(int row) const {
+  if (row < 1 || row > MaxRows()) return false;
+  const Cells::Extras* extras = cells_->RowAt(row).extras.get();
+  return extras && extras->total;
 }
 
 int Grid::ActiveRow() const {

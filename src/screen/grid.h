@@ -88,7 +88,10 @@ class Grid : public Control {
   void InsertRows(int row, int count);  ///< moves the rest down; as many rows fall off the end
   void DeleteRows(int row, int count);  ///< moves the rest up and appends as many empty rows, as a spreadsheet does
   void SwapRows(int first, int second);
-  void SortRows(int col, bool ascending);  ///< by number where both are numbers, else as text; a total row stays last
+  void SortRows(int col, bool ascending);  ///< by number where both are numbers, else as text; total rows stay last
+  /// A row of totals is no line of the operator's. The mark moves with the row.
+  void SetTotalRow(int row, bool total);
+  bool IsTotalRow(int row) const;
 
   int ActiveRow() const;  ///< 1 from the start; 0 in an empty grid
   int ActiveCol() const;

@@ -107,11 +107,4 @@ void Grid::Cells::KeepActiveCellInside() {
   top_row = std::clamp(top_row, 1, std::max(1, MaxRows()));
 }
 
-bool Grid::Cells::IsTotalRow(int row) const {
-  const Row& at = RowAt(row);
-  if (at.extras && !at.extras->formulas.empty()) return true;
-  const std::string* caption = at.Find(1);
-  return caption && *caption == "合计：";
-}
-
 }  // namespace luming

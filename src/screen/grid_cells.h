@@ -45,6 +45,7 @@ struct Grid::Cells {
     std::map<int, GridLook> cell_looks;
     std::map<int, FormulaCell> formulas;
     std::vector<SpanCell> spans;
+    bool total = false;
   };
 
   struct Row {
@@ -101,8 +102,6 @@ struct Grid::Cells {
   void TextChanged(int col) { ColumnAt(col).changed_at = ++changes; }
   void RowsMoved() { rows_moved_at = ++changes; }
   void KeepActiveCellInside();
-  /// A row with totals: its caption in column 1 says so, or it holds formulas.
-  bool IsTotalRow(int row) const;
 
   /// The first that says something: cell, row, column, grid. `said` gives the member of a look.
   template <class T>

@@ -107,9 +107,9 @@ void LineGrid::LoadParked() {
     const Box question{"加载暂存药品会替换目前输入的药品，请确认？", box::kQuestion + box::kYesNo, "系统提示"};
     if (MaxRows() > 0 && app_.desktop.MsgBox(question) != Answer::kYes) return;
     LoadFromFile(TempSaveFile());
-    // The file holds no looks, and a parked total is a total again.
+    // The file holds nothing but texts, and a parked total is a total again.
     for (int row = 1; row <= MaxRows(); ++row) {
-      if (Text(row, 1) == kTotalCaption) DressTotalRow(*this, row, 1);
+      if (Text(row, 1) == kTotalCaption) MakeTotalRow(*this, row, 1);
     }
     Tell("加载成功", box::kInformation);
   } catch (const Failure& failure) {

@@ -43,6 +43,8 @@ TEST_F(SpreadMoudTest, TheTotalRowFollowsItsLines) {
     EXPECT_FALSE(grid.Bold(2, column)) << column;
   }
   EXPECT_EQ(grid.CellAlign(3, 1), Align::kCentre);
+  EXPECT_TRUE(grid.IsTotalRow(3));
+  EXPECT_FALSE(grid.IsTotalRow(2));
 }
 
 TEST_F(SpreadMoudTest, ACaptionInAnotherColumnEmptiesTheFirst) {

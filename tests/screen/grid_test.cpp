@@ -235,10 +235,14 @@ TEST_F(GridTest, SpansCoverTheirNeighboursAndMoveWithTheirRow) {
 TEST_F(GridTest, SortingComparesNumbersAsNumbersAndLeavesTheTotalLast) {
   Put({{"10", "", "2"}, {"9", "", "10"}, {"阿", "", ""}, {"b", "", "1"}, {"合计："}});
   grid.SetFormula(5, 3, "SUM(C1:C4)");
+  grid.SetTotalRow(5, true);
   grid.SortRows(1, true);
   EXPECT_EQ(ColumnTexts(1), (Texts{"9", "10", "b", "阿", "合计："}));
   grid.SortRows(3, false);
   EXPECT_EQ(ColumnTexts(3), (Texts{"", "10", "2", "1", "13"}));
+  grid.SwapRows(1, 5);
+  EXPECT_TRUE(grid.IsTotalRow(1));
+  EXPECT_FALSE(grid.IsTotalRow(5));
   Put({{"周"}, {"阿"}, {"王"}, {"李"}});
   grid.SortRows(1, true);
   EXPECT_EQ(ColumnTexts(1), (Texts{"阿", "李", "王", "周"}));
