@@ -142,6 +142,7 @@ class Grid : public Control {
   Event<int> header_click;
   Event<CellRef, bool&> before_edit;          ///< set the flag to refuse
   Event<CellRef, CellRef, bool&> leave_cell;  ///< from, to; set the flag to stay
+  Event<int> row_focus;                       ///< the operator, never code, has moved the active cell to another row
 
   /// Arrows, Page, Home, End move the active cell; Ctrl+P previews, Ctrl+E exports.
   void DefaultKey(KeyEvent& event) override;

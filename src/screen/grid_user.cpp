@@ -23,7 +23,9 @@ void Grid::UserActivate(int row, int col) {
   Forms::HandlerScope scope(Owner().Registry());
   bool stay = false;
   if (cells_->IsCell(from.row, from.col)) leave_cell.Fire(from, to, stay);
-  if (!stay && cells_->IsCell(row, col)) SetActiveCell(row, col);
+  if (stay || !cells_->IsCell(row, col)) return;
+  SetActiveCell(row, col);
+  if (row != from.row) row_focus.Fire(row);
 }
 
 void Grid::UserClickCell(int row, int col) {
@@ -32,7 +34,7 @@ void Grid::UserClickCell(int row, int col) {
   Owner().UserFocus(*this);
   if (Owner().IsUnloaded()) return;
   UserActivate(row, col);
-  if (ActiveRow() == row && ActiveCol() == col) click.Fire(row, col);
+  if (!Owner().IsUnloaded() && ActiveRow() == row && ActiveCol() == col) click.Fire(row, col);
 }
 
 void Grid::UserDoubleClick(int row, int col) {
@@ -47,6 +49,7 @@ void Grid::UserRightClick(int row, int col) {
   Owner().UserFocus(*this);
   if (Owner().IsUnloaded()) return;
   UserActivate(row, col);
+  if (Owner().IsUnloaded()) return;
   if (right_click.IsConnected()) {
     right_click.Fire(row, col);
   } else if (Owner().Registry().grid_command) {

@@ -24,6 +24,10 @@ class EditForm : public Form {
       log.push_back("leave " + At(from.row, from.col) + " for " + At(to.row, to.col));
       stay = stays;
     });
+    grid.row_focus.Connect([this](int row) {
+      log.push_back("row " + At(row, grid.ActiveRow()));
+      if (closes) Unload();
+    });
   }
   Layout Arrange() const override { return Column({field, grid}); }
   Log TakeLog() { return std::exchange(log, {}); }
@@ -32,6 +36,7 @@ class EditForm : public Form {
   Grid grid{this, "grid", {"a", GridColumn("b").Hidden(), "c", "d"}};
   int refused_col = 4;
   bool stays = false;
+  bool closes = false;
   Log log;
 };
 
@@ -75,18 +80,25 @@ TEST_F(GridUserTest, AClickTakesTheFocusLeavesTheCellAndTells) {
   grid.UserClickCell(2, 3);
   grid.UserDoubleClick(2, 3);
   grid.UserRightClick(3, 1);
-  EXPECT_EQ(form.TakeLog(),
-            (Log{"leave 1,1 for 2,3", "click 2,3", "click 2,3", "double 2,3", "leave 2,3 for 3,1", "right 3,1"}));
+  EXPECT_EQ(form.TakeLog(), (Log{"leave 1,1 for 2,3", "row 2,2", "click 2,3", "click 2,3", "double 2,3",
+                                 "leave 2,3 for 3,1", "row 3,3", "right 3,1"}));
+  grid.UserClickCell(3, 3);
+  EXPECT_EQ(form.TakeLog(), (Log{"leave 3,1 for 3,3", "click 3,3"})) << "the row has stayed";
   grid.SetActiveCell(5, 1);
   EXPECT_EQ(form.TakeLog(), Log{}) << "by code nothing is left";
   form.stays = true;
   grid.UserClickCell(1, 1);
   EXPECT_EQ(form.TakeLog(), (Log{"leave 5,1 for 1,1"})) << "who may not leave cannot click elsewhere";
   EXPECT_EQ(grid.ActiveRow(), 5);
+  form.stays = false;
   grid.SetEnabled(false);
   grid.UserClickCell(1, 1);
   grid.UserDoubleClick(1, 1);
   EXPECT_EQ(form.TakeLog(), Log{});
+  grid.SetEnabled(true);
+  form.closes = true;
+  grid.UserClickCell(1, 1);
+  EXPECT_EQ(form.TakeLog(), (Log{"leave 5,1 for 1,1", "row 1,1"})) << "a form that has closed hears no click";
 }
 
 TEST_F(GridUserTest, KeysMoveTheActiveCellOverHiddenColumns) {
@@ -94,6 +106,7 @@ TEST_F(GridUserTest, KeysMoveTheActiveCellOverHiddenColumns) {
   EXPECT_EQ(Press(key::kUp), "1,1");
   EXPECT_EQ(Press(key::kRight), "1,3");
   EXPECT_EQ(Press(key::kDown), "2,3");
+  EXPECT_EQ(form.TakeLog(), (Log{"leave 1,1 for 1,3", "leave 1,3 for 2,3", "row 2,2"}));
   EXPECT_EQ(Press(key::kLeft), "2,1");
   EXPECT_EQ(Press(key::kLeft), "2,1");
   EXPECT_EQ(Press(key::kEnd), "2,4");
