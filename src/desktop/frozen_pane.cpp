@@ -45,6 +45,7 @@ void FrozenPane::Follow(const Grid& grid) {
     width += main_.columnWidth(col);
   }
   following_ = false;
+  pane_->SettleHeads();
   const int head = main_.horizontalHeader()->height();
   pane_->horizontalHeader()->setFixedHeight(head);
   pane_->setGeometry(main_.frameWidth() + main_.verticalHeader()->width(), main_.frameWidth(), width,

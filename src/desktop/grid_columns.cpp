@@ -21,12 +21,16 @@ void GridColumns::Restart(int columns) {
   columns_.assign(static_cast<std::size_t>(columns) + 1, {});
 }
 
+int GridColumns::HeadWidth(const std::string& caption) const {
+  QFont font = view_.font();
+  font.setBold(true);
+  return QFontMetrics(font).horizontalAdvance(ToQt(caption)) + 2 * metrics::kFrame;
+}
+
 int GridColumns::WidthOf(const Grid& grid, int col) const {
   const QFontMetrics text(view_.font());
-  QFont header_font = view_.font();
-  header_font.setBold(true);
   const int padding = 2 * metrics::kFrame;
-  const int caption = QFontMetrics(header_font).horizontalAdvance(ToQt(grid.Text(0, col))) + padding;
+  const int caption = HeadWidth(grid.Text(0, col));
   const int character = text.averageCharWidth();
   if (const int said = grid.ColumnWidth(col); said > 0) {
     const int width = said * character + padding;
@@ -52,6 +56,26 @@ void GridColumns::Measure(const Grid& grid) {
     column.needed = std::max(column.needed, WidthOf(grid, col));
     const bool text = grid.MaxRows() == 0 || grid.CellAlign(1, col) == Align::kLeft;
     column.grows = grid.ColumnWidth(col) == 0 && text;
+  }
+  for (int col = 1; col < static_cast<int>(columns_.size()); ++col) MakeRoomForGroup(grid, col);
+}
+
+/// The columns of a group that is wider than all of them share what it needs.
+void GridColumns::MakeRoomForGroup(const Grid& grid, int first) {
+  const std::string group = grid.HeadGroup(first);
+  if (group.empty() || grid.HeadGroup(first - 1) == group) return;
+  std::vector<Column*> sharing;
+  int lacking = HeadWidth(group);
+  for (int col = first; grid.HeadGroup(col) == group; ++col) {
+    if (grid.ColumnHidden(col)) continue;
+    Column& column = columns_[static_cast<std::size_t>(col)];
+    lacking -= column.needed;
+    if (!column.dragged) sharing.push_back(&column);
+  }
+  for (std::size_t left = sharing.size(); left > 0 && lacking > 0; --left) {
+    const int more = (lacking + static_cast<int>(left) - 1) / static_cast<int>(left);
+    sharing[left - 1]->needed += more;
+    lacking -= more;
   }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <vector>
 
 class QTableView;
@@ -32,7 +33,9 @@ class GridColumns {
     bool dragged = false;
     bool grows = false;  ///< takes a part of the free room
   };
+  int HeadWidth(const std::string& caption) const;
   int WidthOf(const Grid& grid, int col) const;
+  void MakeRoomForGroup(const Grid& grid, int first);
   std::vector<int> VisibleColumns(const Grid& grid) const;
 
   QTableView& view_;

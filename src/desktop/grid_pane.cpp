@@ -8,6 +8,7 @@
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 
+#include "desktop/grid_heads.h"
 #include "desktop/metrics.h"
 #include "desktop/qt_text.h"
 #include "desktop/themes.h"
@@ -142,7 +143,9 @@ class CellPainter final : public QStyledItemDelegate {
 
 }  // namespace
 
-GridPane::GridPane(GridTable& table, QWidget* parent) : QTableView(parent), table_(table) {
+GridPane::GridPane(GridTable& table, QWidget* parent)
+    : QTableView(parent), table_(table), heads_(new GridHeads(table, this)) {
+  setHorizontalHeader(heads_);
   setModel(&table);
   setItemDelegate(new CellPainter(*this));
   setSelectionMode(NoSelection);
@@ -165,11 +168,10 @@ GridPane::GridPane(GridTable& table, QWidget* parent) : QTableView(parent), tabl
   }
   rows->setSectionsClickable(false);
   rows->setHighlightSections(false);
-  QHeaderView* columns = horizontalHeader();
-  columns->setHighlightSections(false);
-  columns->setSectionsClickable(true);
-  columns->setMinimumSectionSize(24);
-  columns->setTextElideMode(Qt::ElideRight);
+}
+
+void GridPane::SettleHeads() {
+  heads_->Settle();
 }
 
 bool GridPane::HasKeyboard() const {

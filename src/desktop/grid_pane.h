@@ -8,6 +8,8 @@
 
 namespace luming {
 
+class GridHeads;
+
 /// A table on the screen: paints the cells that are in view and tells where the mouse was pressed. Which cell is active
 /// is the grid's to say; the pane keeps no selection of its own.
 class GridPane final : public QTableView {
@@ -25,6 +27,8 @@ class GridPane final : public QTableView {
   std::function<void()> on_resize;
 
   Grid* grid() const { return table_.grid(); }
+  /// Shows the heads as the grid has them now.
+  void SettleHeads();
   /// The cell is drawn with the focus mark, the row as chosen, in strong colours.
   bool HasKeyboard() const;
   QSize sizeHint() const override;
@@ -44,6 +48,7 @@ class GridPane final : public QTableView {
   Place PlaceAt(const QMouseEvent& event) const;
 
   GridTable& table_;
+  GridHeads* heads_;
   Place pressed_;
 };
 

@@ -67,9 +67,9 @@ class GridFieldView final : public TypedView<Grid> {
     settle_.stop();
     if (!Field()) return;
     const Grid& grid = *Field();
-    const int old_columns = table_.columnCount();
     table_.Settle();
-    if (table_.columnCount() != old_columns) columns_.Restart(grid.MaxCols());
+    if (grid.ColumnSets() != std::exchange(column_sets_, grid.ColumnSets())) columns_.Restart(grid.MaxCols());
+    pane_->SettleHeads();
     columns_.Measure(grid);
     columns_.Apply(grid);
     SettleScrollBars(grid);
@@ -78,7 +78,6 @@ class GridFieldView final : public TypedView<Grid> {
     ShowActiveCell();
     frozen_.Follow(grid);
     pane_->viewport()->update();
-    pane_->horizontalHeader()->viewport()->update();
   }
 
   void Detach() override {
@@ -224,6 +223,7 @@ class GridFieldView final : public TypedView<Grid> {
   QTimer edit_later_;
   GridPane::Place edit_place_;
   bool pressed_again_ = false;
+  int column_sets_ = 0;
   int shown_top_ = 1;
   bool showing_top_ = false;
   GridPane::Place shown_active_;

@@ -34,15 +34,23 @@ std::string LineUnder(const LunarNames& names) {
   return names.day == "初一" ? names.month : names.day;
 }
 
+std::vector<GridColumn> DaysOfWeek() {
+  std::vector<GridColumn> columns;
+  for (int day = 1; day <= kDaysOfWeek; ++day) {
+    const std::string_view name = WeekdayName(DateTime(2026, 3, day));  // the first was a Sunday
+    columns.push_back(GridColumn(std::string(name), 10).Locked());
+  }
+  return columns;
+}
+
 }  // namespace
 
 Frm_wnl::Frm_wnl(AppContext& app)
     : Form(app.forms, kName, "万年历", WindowKind::kDialog), app_(app), chosen_(app.clock.Today()) {
   for (int month = 1; month <= 12; ++month) Month.AddItem(std::to_string(month) + "月");
   fpSpread1.SetPageLines(kLinesOfDay);
-  fpSpread1.SetMaxCols(kDaysOfWeek);
+  fpSpread1.SetColumns(DaysOfWeek());
   fpSpread1.SetMaxRows(kWeeks);
-  fpSpread1.SetLocked(-1, 1, kDaysOfWeek, true);
   Year.change.Connect(this, &Frm_wnl::Year_Change);
   Year.lost_focus.Connect(this, &Frm_wnl::Year_LostFocus);
   Month.click.Connect(this, &Frm_wnl::Month_Click);
@@ -59,10 +67,6 @@ Layout Frm_wnl::Arrange() const {
 }
 
 void Frm_wnl::Load() {
-  for (int col = 1; col <= kDaysOfWeek; ++col) {
-    fpSpread1.SetText(0, col, std::string(WeekdayName(DateTime(2026, 3, col))));  // the first was a Sunday
-    fpSpread1.SetColumnWidth(col, 10);
-  }
   Choose(app_.clock.Today());
   fpSpread1.SetFocus();
 }

@@ -96,8 +96,10 @@ PrintGrid PrintedGrid(const Grid& grid) {
     printed.widths.push_back(grid.ColumnWidth(col));
     if (col <= grid.FrozenCols()) ++printed.leading;
   }
-  printed.heads.push_back(PrintedRow(grid, 0, visible));
-  for (PrintCell& head : printed.heads.front()) head.bold = true;
+  for (int row = 1 - grid.HeaderRows(); row <= 0; ++row) {
+    printed.heads.push_back(PrintedRow(grid, row, visible));
+    for (PrintCell& head : printed.heads.back()) head.bold = true;
+  }
   for (int row = 1; row <= grid.MaxRows(); ++row) {
     printed.rows.push_back(PrintedRow(grid, row, visible));
     if (IsDataRow(grid, row)) ++printed.counted_rows;

@@ -10,8 +10,6 @@ namespace luming {
 
 namespace {
 
-constexpr int kHeaderRows = 1;
-
 /// "0.00" for "12.50", "￥0.0000" for "￥1.2000": the number keeps the look that it has in the grid.
 std::string PictureOf(std::string_view text) {
   std::string picture = text.find("￥") != std::string_view::npos  ? "￥"
@@ -75,8 +73,10 @@ class ColumnExport {
 
   SheetColumn Column() const { return {static_cast<double>(width_), grid_.ColumnHidden(col_)}; }
 
-  SheetCell Header(Sheet& sheet) const {
-    return {grid_.Text(0, col_), sheet.AddStyle({.bold = true, .align = SheetAlign::kCentre})};
+  SheetCell Header(Sheet& sheet, int row) const {
+    const int style = sheet.AddStyle({.bold = true, .align = SheetAlign::kCentre});
+    if (grid_.Span(row, col_).second == 0) return {{}, style};
+    return {grid_.Text(row, col_), style};
   }
 
   SheetCell Cell(Sheet& sheet, int row) const {
@@ -86,7 +86,7 @@ class ColumnExport {
     const std::string text = grid_.Text(row, col_);
     if (!formula.empty()) {
       style.picture = widest_picture_;
-      return {SheetFormula{Shifted(formula, kHeaderRows), grid_.Number(row, col_)}, sheet.AddStyle(style)};
+      return {SheetFormula{Shifted(formula, grid_.HeaderRows()), grid_.Number(row, col_)}, sheet.AddStyle(style)};
     }
     if (text.empty()) return {{}, sheet.AddStyle(style)};
     if (const auto number = NumberIn(text, row)) {
@@ -120,11 +120,11 @@ class ColumnExport {
 };
 
 void AddSpans(Sheet& sheet, const Grid& grid) {
-  for (int row = 0; row <= grid.MaxRows(); ++row) {
+  for (int row = 1 - grid.HeaderRows(); row <= grid.MaxRows(); ++row) {
     for (int col = 1; col <= grid.MaxCols(); ++col) {
       const auto [rows, cols] = grid.Span(row, col);
       if (rows > 1 || cols > 1) {
-        sheet.merged.push_back({row + kHeaderRows, col, std::min(rows, grid.MaxRows() - row + 1),
+        sheet.merged.push_back({row + grid.HeaderRows(), col, std::min(rows, grid.MaxRows() - row + 1),
                                 std::min(cols, grid.MaxCols() - col + 1)});
       }
     }
@@ -161,20 +161,20 @@ std::optional<std::string> AskForFile(AppContext& app) {
 Sheet SheetOf(const Grid& grid, const std::string& name) {
   Sheet sheet;
   sheet.name = name;
-  sheet.frozen_rows = kHeaderRows;
-  sheet.repeated_rows = kHeaderRows;
+  const int heads = grid.HeaderRows();
+  sheet.frozen_rows = heads;
+  sheet.repeated_rows = heads;
   sheet.landscape = true;
   std::vector<ColumnExport> columns;
   for (int col = 1; col <= grid.MaxCols(); ++col) columns.emplace_back(grid, col);
-  sheet.rows.resize(static_cast<std::size_t>(grid.MaxRows()) + kHeaderRows);
-  for (const ColumnExport& column : columns) {
-    sheet.columns.push_back(column.Column());
-    sheet.rows.front().push_back(column.Header(sheet));
-  }
-  for (int row = 1; row <= grid.MaxRows(); ++row) {
-    std::vector<SheetCell>& cells = sheet.rows[static_cast<std::size_t>(row)];
+  for (const ColumnExport& column : columns) sheet.columns.push_back(column.Column());
+  sheet.rows.resize(static_cast<std::size_t>(grid.MaxRows() + heads));
+  for (int row = 1 - heads; row <= grid.MaxRows(); ++row) {
+    std::vector<SheetCell>& cells = sheet.rows[static_cast<std::size_t>(row + heads - 1)];
     cells.reserve(columns.size());
-    for (const ColumnExport& column : columns) cells.push_back(column.Cell(sheet, row));
+    for (const ColumnExport& column : columns) {
+      cells.push_back(row <= 0 ? column.Header(sheet, row) : column.Cell(sheet, row));
+    }
   }
   AddSpans(sheet, grid);
   return sheet;

@@ -8,12 +8,12 @@
 
 namespace luming {
 
-/// Asks for a file and writes the grid into it as a workbook, its header as first row. Cancelling changes nothing.
+/// Asks for a file and writes the grid into it as a workbook, its header rows first. Cancelling changes nothing.
 /// Failure of the file comes through; the grid stays as it was and no half file is left.
 /// @param sheetName empty: the caption of the grid's form
 void GridToExcel(AppContext& app, Grid& grid, const std::string& sheetName = {});
 
-/// The grid as a sheet. Hidden columns stay, hidden; formulas stay live, a row further down for the header.
+/// The grid as a sheet. Hidden columns stay, hidden; formulas stay live, further down by the header rows.
 Sheet SheetOf(const Grid& grid, const std::string& name);
 
 }  // namespace luming

@@ -27,32 +27,8 @@ void Grid::SetMaxRows(int rows) {
   Redraw();
 }
 
-void Grid::SetColumns(std::vector<GridColumn> columns) {
-  cells_->SetColumns(std::move(columns));
-  Redraw();
-}
-
-int Grid::MaxCols() const {
-  return cells_->MaxCols();
-}
-
-void Grid::SetMaxCols(int cols) {
-  const auto count = static_cast<std::size_t>(std::max(cols, 0));
-  cells_->columns.resize(count);
-  for (Cells::Row& row : cells_->rows) {
-    if (row.texts.size() > count) row.texts.resize(count);
-    if (!row.extras) continue;
-    const auto cut = [&](const auto& entry) { return entry.first > static_cast<int>(count); };
-    std::erase_if(row.extras->cell_looks, cut);
-    std::erase_if(row.extras->formulas, cut);
-  }
-  cells_->RowsMoved();
-  cells_->KeepActiveCellInside();
-  Redraw();
-}
-
 std::string Grid::Text(int row, int col) const {
-  return cells_->Shown(row, col);
+  return row < 0 ? UpperHead(row, col) : cells_->Shown(row, col);
 }
 
 void Grid::SetText(int row, int col, std::string text) {

@@ -18,14 +18,9 @@ enum class GridCommand { kPreview = 1, kExport };
 enum class CellKind { kText, kNumber, kStatic, kCheck, kCombo, kDate };
 enum class Align { kDefault, kLeft, kRight, kCentre };  ///< default: as the column holds
 
-/// Where a column's text comes from when a grid is filled from a recordset.
-struct ColumnSource {
-  const char* field;         ///< empty: the cells stay empty
-  const char* picture = "";  ///< of FormatNumber or FormatDate; empty: the default text
-};
-
-/// A spreadsheet: rows and columns from 1, row 0 is the header. Cells hold text; a formula cell shows the text of its
-/// present result. Rows are the document: what the operator sees is what the screen reads back.
+/// A spreadsheet: rows and columns from 1, row 0 is the header, row -1 the upper one of two header rows. Cells hold
+/// text; a formula cell shows the text of its present result. Rows are the document: what the operator sees is what the
+/// screen reads back.
 class Grid : public Control {
  public:
   Grid(Form* form, std::string name, std::vector<GridColumn> columns = {});
@@ -33,13 +28,16 @@ class Grid : public Control {
 
   int MaxRows() const;
   void SetMaxRows(int rows);  ///< cuts or appends empty rows at the end
-  /// Replaces all columns and empties the grid of rows. A column that stands under the same caption in the same place
-  /// keeps the width that the operator gave it.
+  /// Replaces all columns and empties the grid of rows. A column that has the same head as the one that stood there
+  /// keeps the width that the operator gave that.
   void SetColumns(std::vector<GridColumn> columns);
+  int ColumnSets() const;  ///< how often the heads have become others: a view measures them anew
   int MaxCols() const;
-  void SetMaxCols(int cols);
 
-  /// Text of a cell; row 0 is the header. Outside the grid: empty.
+  int HeaderRows() const;  ///< 2 as soon as a column has a group
+  std::string HeadGroup(int col) const;
+  /// Text of a cell. In the upper header row it is the group's, or the caption of a column that has none and spans both
+  /// rows. Outside the grid: empty.
   std::string Text(int row, int col) const;
   void SetText(int row, int col, std::string text);  ///< by code: no event. Outside the grid: nothing
   double Number(int row, int col) const;             ///< the number the cell's text begins with, else 0
@@ -150,6 +148,8 @@ class Grid : public Control {
 
  private:
   struct Cells;
+  std::string UpperHead(int row, int col) const;
+  std::pair<int, int> HeadSpan(int row, int col) const;
   template <class Change>
   void ApplyLook(int row, int first_col, int last_col, Change apply);
   int NextVisibleCol(int col, int step) const;

@@ -1,7 +1,6 @@
 #include "screen/grid_cells.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace luming {
 namespace {
@@ -75,24 +74,6 @@ void Grid::Cells::SetText(int row, int col, std::string text) {
   if (text.empty() && !at.Find(col)) return;
   at.At(col) = std::move(text);
   TextChanged(col);
-}
-
-void Grid::Cells::SetColumns(std::vector<GridColumn> declared) {
-  const std::vector<Column> before = std::exchange(columns, std::vector<Column>(declared.size()));
-  const std::vector<std::string> captions = std::move(rows.front().texts);
-  rows = std::vector<Row>(1);
-  for (std::size_t i = 0; i < declared.size(); ++i) {
-    Column& column = columns[i];
-    const bool same = i < captions.size() && captions[i] == declared[i].caption;
-    column.width_is_operators = same && before[i].width_is_operators;
-    column.width = column.width_is_operators ? before[i].width : declared[i].width;
-    column.hidden = declared[i].hidden;
-    column.holds = declared[i].holds;
-    if (declared[i].locked) column.look.locked = true;
-    SetText(0, static_cast<int>(i) + 1, std::move(declared[i].caption));
-  }
-  RowsMoved();
-  KeepActiveCellInside();
 }
 
 void Grid::Cells::SetMaxRows(int count) {

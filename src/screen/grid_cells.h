@@ -63,6 +63,7 @@ struct Grid::Cells {
     bool width_is_operators = false;
     bool hidden = false;
     Holds holds = Holds::kAnything;
+    std::string group;
     GridLook look;
     std::uint64_t changed_at = 0;  ///< the count of changes after the last one in this column
   };
@@ -72,6 +73,7 @@ struct Grid::Cells {
   GridLook look;
   std::uint64_t changes = 1;  ///< of texts and formulas, since the grid was made
   std::uint64_t rows_moved_at = 1;
+  int column_sets = 0;
   int max_span_rows = 1;
   int frozen_cols = 0;
   int active_row = 0;

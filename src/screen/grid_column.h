@@ -41,11 +41,25 @@ struct GridColumn {
     return std::move(*this);
   }
 
+  /// Its head stands under that of a group; neighbours in the same group share the group's head. As soon as a column of
+  /// a grid has a group the grid has two header rows, and a column without one spans both.
+  GridColumn&& Under(std::string its_group) && {
+    group = std::move(its_group);
+    return std::move(*this);
+  }
+
   std::string caption;
+  std::string group;
   int width = 0;  ///< in average characters; 0: the view chooses by caption and contents
   Holds holds = Holds::kAnything;
   bool hidden = false;
   bool locked = false;
+};
+
+/// Where a column's text comes from when a grid is filled from a recordset.
+struct ColumnSource {
+  const char* field;         ///< empty: the cells stay empty
+  const char* picture = "";  ///< of FormatNumber or FormatDate; empty: the default text
 };
 
 }  // namespace luming

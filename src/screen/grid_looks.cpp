@@ -88,7 +88,7 @@ void Grid::SetAlign(int row, int col, Align align) {
 Align Grid::CellAlign(int row, int col) const {
   const Align said = cells_->Resolve(row, col, &GridLook::align, Align::kDefault);
   if (said != Align::kDefault) return said;
-  if (row == 0) return Align::kCentre;
+  if (row <= 0) return Align::kCentre;
   switch (ColumnHolds(col)) {
     case Holds::kText:
     case Holds::kCode:
@@ -135,6 +135,7 @@ void Grid::SetSpan(int row, int col, int rows, int cols) {
 }
 
 std::pair<int, int> Grid::Span(int row, int col) const {
+  if (row <= 0 && HeaderRows() == 2) return HeadSpan(row, col);
   if (!cells_->Inside(row, col)) return {0, 0};
   for (int above = std::max(0, row - cells_->max_span_rows + 1); above <= row; ++above) {
     const Cells::Extras* extras = cells_->RowAt(above).extras.get();
@@ -146,49 +147,6 @@ std::pair<int, int> Grid::Span(int row, int col) const {
     }
   }
   return {1, 1};
-}
-
-Holds Grid::ColumnHolds(int col) const {
-  return cells_->Inside(0, col) ? cells_->ColumnAt(col).holds : Holds::kAnything;
-}
-
-void Grid::SetColumnHidden(int col, bool hidden) {
-  if (!cells_->Inside(0, col)) return;
-  cells_->ColumnAt(col).hidden = hidden;
-  Redraw();
-}
-
-bool Grid::ColumnHidden(int col) const {
-  return cells_->Inside(0, col) && cells_->ColumnAt(col).hidden;
-}
-
-void Grid::SetColumnWidth(int col, int characters) {
-  if (!cells_->Inside(0, col)) return;
-  cells_->ColumnAt(col).width = std::max(characters, 0);
-  Redraw();
-}
-
-void Grid::UserColumnWidth(int col, int characters) {
-  if (!cells_->Inside(0, col)) return;
-  cells_->ColumnAt(col).width_is_operators = true;
-  SetColumnWidth(col, std::max(characters, 1));
-}
-
-bool Grid::WidthIsOperators(int col) const {
-  return cells_->Inside(0, col) && cells_->ColumnAt(col).width_is_operators;
-}
-
-int Grid::ColumnWidth(int col) const {
-  return cells_->Inside(0, col) ? cells_->ColumnAt(col).width : 0;
-}
-
-void Grid::SetFrozenCols(int cols) {
-  cells_->frozen_cols = std::max(cols, 0);
-  Redraw();
-}
-
-int Grid::FrozenCols() const {
-  return std::min(cells_->frozen_cols, MaxCols());
 }
 
 void Grid::SetGridLines(bool on) {

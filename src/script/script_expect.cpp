@@ -27,7 +27,7 @@ void ScriptDriver::ExpectValue(const ScriptStep& step) {
   const auto* grid = dynamic_cast<const Grid*>(&control);
   if (!grid) return Compare(step.arguments[1], ValueOf(control));
   const std::vector<std::string> parts = SplitTail(step.raw_tail, 2);
-  Compare(parts[2], grid->Text(NumberFrom(0, parts[0], "row"), ColumnNamed(*grid, parts[1])));
+  Compare(parts[2], grid->Text(NumberFrom(1 - grid->HeaderRows(), parts[0], "row"), ColumnNamed(*grid, parts[1])));
 }
 
 void ScriptDriver::ExpectEnabled(const ScriptStep& step) {

@@ -23,10 +23,10 @@ std::string StateOf(const Control& control) {
 }
 
 void PrintGrid(std::ostream& out, const Grid& grid) {
-  for (int row = 0; row <= grid.MaxRows(); ++row) {
+  for (int row = 1 - grid.HeaderRows(); row <= grid.MaxRows(); ++row) {
     for (int col = 1; col <= grid.MaxCols(); ++col) {
       const std::string text = Flat(grid.Text(row, col));
-      out << (col > 1 ? "\t" : "") << (row == 0 && grid.ColumnHidden(col) ? "[" + text + "]" : text);
+      out << (col > 1 ? "\t" : "") << (row <= 0 && grid.ColumnHidden(col) ? "[" + text + "]" : text);
     }
     out << '\n';
   }

@@ -207,6 +207,28 @@ TEST_F(GridViewTest, SpansCoverTheirCells) {
   EXPECT_EQ(table->columnSpan(2, 0), 1);
 }
 
+TEST_F(GridViewTest, ColumnsOfAGroupStandUnderOneHead) {
+  const int height = table->horizontalHeader()->height();
+  form.fpSpread1.SetColumns({"品名", GridColumn("药房", 12).Under("调前"), GridColumn("药库", 12).Under("调前"),
+                             GridColumn("单价", 12).Under("调后")});
+  form.fpSpread1.SetFrozenCols(1);
+  Settle();
+  QHeaderView* heads = table->horizontalHeader();
+  EXPECT_EQ(heads->height(), 2 * height);
+  EXPECT_EQ(Find<QTableView>("frozen")->horizontalHeader()->height(), 2 * height);
+  const QImage picture = heads->grab().toImage();
+  const auto parted_behind = [&](int section, int row) {
+    const int edge = heads->sectionViewportPosition(section) + heads->sectionSize(section) - 1;
+    return picture.pixel(edge, row) != picture.pixel(edge - 3, row);
+  };
+  EXPECT_FALSE(parted_behind(1, 4)) << "one head above both";
+  EXPECT_TRUE(parted_behind(1, height + 4));
+  EXPECT_TRUE(parted_behind(2, 4)) << "the next group's head";
+  form.fpSpread1.SetColumns({"品名", "药房"});
+  Settle();
+  EXPECT_EQ(heads->height(), height);
+}
+
 TEST_F(GridViewTest, PaintsOnlyWhatIsSeenOfManyRows) {
   table->setItemDelegate(&painter);
   FillRows(50000);

@@ -119,6 +119,19 @@ TEST_F(GridPrintTest, AFootThatBeginsInAHiddenColumnKeepsItsText) {
   EXPECT_EQ(printed.counted_rows, 2);
 }
 
+TEST_F(GridPrintTest, TwoHeaderRowsAreHeadsWhoseGroupsSpanWhatIsVisible) {
+  grid.SetColumns({"品名", GridColumn("药房").Under("调前").Hidden(), GridColumn("药库").Under("调前"),
+                   GridColumn("金额").Under("调前"), GridColumn("单价").Under("调后")});
+  std::string told;
+  for (const std::vector<PrintCell>& heads : PrintedGrid(grid).heads) {
+    for (const PrintCell& head : heads) {
+      told +=
+          head.text + " " + std::to_string(head.rows) + "x" + std::to_string(head.cols) + (head.bold ? "" : "?") + "|";
+    }
+  }
+  EXPECT_EQ(told, "品名 2x1|调前 1x2| 0x0|调后 1x1| 0x0|药库 1x1|金额 1x1|单价 1x1|");
+}
+
 TEST_F(GridPrintTest, TheGridsLinesAreHiddenWhileItIsPrintedAlone) {
   GridPrint(app, grid, "列表", {.hideOption = true});
   EXPECT_FALSE(Previewed().grid.lines);

@@ -129,6 +129,26 @@ TEST_F(GridToExcelTest, HiddenColumnsAndSpansComeAlong) {
   EXPECT_EQ(sheet.merged[0].cols, 7);
 }
 
+TEST_F(GridToExcelTest, TwoHeaderRowsStayAboveAndGroupsAreMerged) {
+  grid.SetColumns({"品名", GridColumn("药房").Under("数量"), GridColumn("药库").Under("数量")});
+  Fill({{"甲", "1", "2"}});
+  GridSumRow(grid, 1, {3});
+  const Sheet sheet = SheetOf(grid, "");
+  EXPECT_EQ(sheet.frozen_rows, 2);
+  EXPECT_EQ(sheet.repeated_rows, 2);
+  std::string cells;
+  for (int row = 1; row <= 4; ++row) {
+    for (int col = 1; col <= 3; ++col) cells += Told(sheet, row, col) + "|";
+  }
+  EXPECT_EQ(cells, R"("品名"|"数量"|||"药房"|"药库"|"甲"|1 as 0|2 as 0|"合计："||=SUM(C3:C3) is 2 as 0|)");
+  std::string merged;
+  for (const SheetBlock& block : sheet.merged) {
+    merged += std::to_string(block.row) + "," + std::to_string(block.col) + " " + std::to_string(block.rows) + "x" +
+              std::to_string(block.cols) + "|";
+  }
+  EXPECT_EQ(merged, "1,1 2x1|1,2 1x2|");
+}
+
 TEST_F(GridToExcelTest, AFileThatCannotBeWrittenIsAFailureWithoutABox) {
   workbooks.refuses = true;
   Fill({{"1"}});

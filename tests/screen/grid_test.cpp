@@ -219,6 +219,27 @@ TEST_F(GridTest, NewColumnsEmptyTheGridAndKeepTheOperatorsWidthsUnderTheirCaptio
   EXPECT_FALSE(grid.Locked(1, 2)) << "the column that stood here was locked";
 }
 
+TEST_F(GridTest, NeighboursInAGroupShareTheUpperHead) {
+  EXPECT_EQ(grid.HeaderRows(), 1);
+  EXPECT_EQ(grid.Span(-1, 1), std::pair(0, 0));
+  grid.SetColumns({"品名", GridColumn("单价").Under("调前"), GridColumn("金额").Under("调前"),
+                   GridColumn("单价").Under("调后"), "备注"});
+  EXPECT_EQ(grid.HeaderRows(), 2);
+  Texts upper, lower;
+  std::vector<std::pair<int, int>> spans;
+  for (int col = 1; col <= grid.MaxCols(); ++col) {
+    upper.push_back(grid.Text(-1, col));
+    lower.push_back(grid.Text(0, col));
+    spans.push_back(grid.Span(-1, col));
+  }
+  EXPECT_EQ(upper, (Texts{"品名", "调前", "调前", "调后", "备注"}));
+  EXPECT_EQ(lower, (Texts{"品名", "单价", "金额", "单价", "备注"}));
+  EXPECT_EQ(spans, (std::vector<std::pair<int, int>>{{2, 1}, {1, 2}, {0, 0}, {1, 1}, {2, 1}}));
+  EXPECT_EQ(grid.Span(0, 1), std::pair(0, 0)) << "covered by the upper row";
+  EXPECT_EQ(grid.Span(0, 3), std::pair(1, 1));
+  EXPECT_EQ(grid.Text(-2, 1) + grid.Text(-1, 6), "");
+}
+
 TEST_F(GridTest, SpansCoverTheirNeighboursAndMoveWithTheirRow) {
   grid.SetMaxRows(4);
   grid.SetSpan(2, 1, 2, 3);
@@ -284,17 +305,6 @@ TEST_F(GridTest, WithReDrawOffTheViewHearsNothing) {
   grid.SetReDraw(true);
   EXPECT_EQ(view.changes, 1);
   form.SetView(nullptr);
-}
-
-TEST_F(GridTest, FewerColumnsCutTextsLooksAndFormulas) {
-  Put({{"a", "b", "c", "d", "e"}});
-  grid.SetFormula(1, 5, "SUM(A1:A1)");
-  grid.SetActiveCell(1, 5);
-  grid.SetMaxCols(2);
-  EXPECT_EQ(grid.ActiveCol(), 2);
-  grid.SetMaxCols(5);
-  EXPECT_EQ(grid.Text(1, 5) + grid.Formula(1, 5) + grid.Text(0, 5), "");
-  EXPECT_EQ(grid.Text(1, 2), "b");
 }
 
 }  // namespace

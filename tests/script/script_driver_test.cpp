@@ -111,8 +111,8 @@ class ToyChild : public Form {
     greyed.SetEnabled(false);
   }
   Layout Arrange() const override {
-    return Column({PM_L, PM, CXFS, KCXS, left, right, day, lines, tree, bar, save, fail, quit, count, stop, greyed,
-                   Hidden({kept})});
+    return Column({PM_L, PM, CXFS, KCXS, left, right, day, lines, grouped, tree, bar, save, fail, quit, count, stop,
+                   greyed, Hidden({kept})});
   }
   void FormKeyDown(KeyEvent& event) override {
     SendTab(*this, event.code);
@@ -153,6 +153,7 @@ class ToyChild : public Form {
   OptionButton right{this, "right", "右"};
   DateBox day{this, "day", "日  期："};
   Grid lines{this, "lines", {"编码", GridColumn("品名", 12), GridColumn("内码").Hidden()}};
+  Grid grouped{this, "grouped", {"品名", GridColumn("单价").Under("调前")}};
   Tree tree{this, "tree"};
   ToolBar bar{this, "bar", {{"打印(&P)", "print"}, {"导出", "export", false, false}}};
   Button save{this, "save", "入库(&R)", &ToyChild::Save};
@@ -277,6 +278,7 @@ TEST_F(ScriptDriverTest, GridsTreesAndTools) {
   EXPECT_EQ(RunOnChild("expect rows lines 2\n"
                        "expect lines 1 品名 甲\n"
                        "expect lines 0 2 品名\n"
+                       "expect grouped -1 2 调前\n"
                        "expect lines 1 3 \"多行\\n文本\"\n"
                        "cell lines 1 品名 \"乙 丙\"\n"
                        "expect lines 1 2 乙 丙\n"

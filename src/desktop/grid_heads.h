@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QHeaderView>
+
+#include "desktop/grid_table.h"
+
+namespace luming {
+
+/// The heads of a grid's columns, in one row or in two: there the columns of a group stand under one head, and a column
+/// without a group fills both rows. A group that is parted by the edge of the frozen columns has a head on either side.
+class GridHeads final : public QHeaderView {
+ public:
+  GridHeads(GridTable& table, QWidget* parent);
+
+  /// Takes as much room as the grid has header rows.
+  void Settle();
+  QSize sizeHint() const override;
+
+ protected:
+  void paintSection(QPainter* painter, const QRect& rect, int section) const override;
+
+ private:
+  bool SharesHead(int section, int other) const;
+  /// Where the head of the section's group stands.
+  QRect GroupRect(const QRect& upper, int section) const;
+
+  GridTable& table_;
+  int rows_ = 1;
+};
+
+}  // namespace luming
