@@ -115,12 +115,8 @@ void NHXMXZ::Search() {
   Trapped(app_, [this] {
     Recordset rows;
     OpenRs(app_, rows, SearchStatement());
-    std::vector<ColumnSource> sources;
-    for (const CatalogueField& field : FieldsOf(SearchesDrugs())) {
-      sources.push_back({field.caption});
-    }
     ShowHeads();
-    fpSpread1.Fill(std::move(rows), sources);
+    fpSpread1.Fill(std::move(rows));
   });
 }
 

@@ -177,27 +177,50 @@ void Grid::Redraw() {
   if (cells_->redraw) Changed();
 }
 
-void Grid::Fill(Recordset&& rows, const std::vector<ColumnSource>& sources) {
-  const int count = rows.RecordCount();
-  constexpr std::size_t kNoField = std::string::npos;
-  std::vector<std::size_t> fields;
-  for (const ColumnSource& source : sources) {
-    fields.push_back(*source.field == '\0' ? kNoField : rows.ColumnIndex(source.field));
-  }
-  fields.resize(std::min(fields.size(), cells_->columns.size()));
+/// Which field of a record fills a column, and how it is shown.
+struct Grid::FieldOf {
+  static constexpr std::size_t kNone = std::string::npos;
+  std::size_t index;
+  const char* picture;
+};
 
+void Grid::Fill(Recordset&& rows, const std::vector<ColumnSource>& sources) {
+  std::vector<FieldOf> fields;
+  for (const ColumnSource& source : sources) {
+    fields.push_back({*source.field == '\0' ? FieldOf::kNone : rows.ColumnIndex(source.field), source.picture});
+  }
+  FillRows(rows, fields);
+}
+
+void Grid::Fill(Recordset&& rows) {
+  if (!rows.IsOpen()) throw StandardFailure(failure::kClosedObject);
+  std::vector<FieldOf> fields;
+  std::vector<GridColumn> columns;
+  bool fits = MaxCols() == static_cast<int>(rows.ColumnCount());
+  for (const std::string& name : rows.ColumnNames()) {
+    fields.push_back({fields.size(), ""});
+    columns.emplace_back(name);
+    fits = fits && Text(0, static_cast<int>(fields.size())) == name;
+  }
+  if (!fits) SetColumns(std::move(columns));
+  FillRows(rows, fields);
+}
+
+void Grid::FillRows(Recordset& rows, const std::vector<FieldOf>& fields) {
+  const int count = rows.RecordCount();
+  const std::size_t filled = std::min(fields.size(), cells_->columns.size());
   cells_->rows.resize(static_cast<std::size_t>(count) + 1);
   for (int row = 1; row <= count; ++row) {
     Cells::Row& at = cells_->RowAt(row);
     at.extras.reset();
-    at.texts.resize(fields.size());
-    for (std::size_t i = 0; i < fields.size(); ++i) {
-      if (fields[i] == kNoField) {
+    at.texts.resize(filled);
+    for (std::size_t i = 0; i < filled; ++i) {
+      const auto [index, picture] = fields[i];
+      if (index == FieldOf::kNone) {
         at.texts[i].clear();
         continue;
       }
-      Value& value = rows.Field(fields[i]);
-      const char* picture = sources[i].picture;
+      Value& value = rows.Field(index);
       at.texts[i] = *picture == '\0' ? value.TakeText() : value.Format(picture);
     }
     rows.MoveNext();

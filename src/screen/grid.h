@@ -109,6 +109,9 @@ class Grid : public Control {
   /// Replaces all rows: one row for each record from the first on, columns in the order of `sources`, NULL as an empty
   /// cell. Fires nothing. Moves texts out of `rows` when it is an rvalue.
   void Fill(Recordset&& rows, const std::vector<ColumnSource>& sources);
+  /// The same with the recordset's own columns, each headed by its name; where the columns have these heads already
+  /// they stay as they are.
+  void Fill(Recordset&& rows);
 
   /// Texts and formulas of all cells, hidden ones included, in a file of its own (not the looks). Failure on any error;
   /// the old file stays whole when the write fails.
@@ -148,11 +151,13 @@ class Grid : public Control {
 
  private:
   struct Cells;
+  struct FieldOf;
   std::string UpperHead(int row, int col) const;
   std::pair<int, int> HeadSpan(int row, int col) const;
   template <class Change>
   void ApplyLook(int row, int first_col, int last_col, Change apply);
   int NextVisibleCol(int col, int step) const;
+  void FillRows(Recordset& rows, const std::vector<FieldOf>& fields);
   void OfferCommands();
   void Redraw();
 

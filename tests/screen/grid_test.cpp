@@ -295,6 +295,26 @@ TEST_F(GridTest, FillTakesTheRecordsInTheOrderOfTheSources) {
   EXPECT_EQ(grid.ActiveRow(), 0);
 }
 
+TEST_F(GridTest, FillTakesTheRecordsetsOwnColumnsUnlessTheyStandAlready) {
+  const auto found = [](const char* second) {
+    Recordset rows({"编码", second, second});
+    rows.AppendRow({Value("12"), Value(), Value(1.5)});
+    return rows;
+  };
+  grid.Fill(found("数量"));
+  EXPECT_EQ(grid.MaxCols(), 3);
+  EXPECT_EQ(grid.Text(0, 3), "数量");
+  EXPECT_EQ(grid.Text(1, 1) + "|" + grid.Text(1, 2) + "|" + grid.Text(1, 3), "12||1.5");
+  EXPECT_EQ(grid.ColumnHolds(1), Holds::kAnything);
+  grid.SetColumns({GridColumn("编码").Code(), "数量", "数量"});
+  grid.Fill(found("数量"));
+  EXPECT_EQ(grid.CellAlign(1, 1), Align::kLeft);
+  grid.Fill(found("库存"));
+  EXPECT_EQ(grid.CellAlign(1, 1), Align::kRight);
+  EXPECT_THROW(grid.Fill(Recordset()), Failure);
+  EXPECT_EQ(grid.Text(0, 2), "库存") << "what failed changes nothing";
+}
+
 TEST_F(GridTest, WithReDrawOffTheViewHearsNothing) {
   CountingView view;
   form.SetView(&view);
