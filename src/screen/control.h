@@ -28,8 +28,8 @@ enum class ControlKind {
 /// 24-bit colour 0xRRGGBB.
 using Colour = std::uint32_t;
 
-/// A field of a form: member of the form, declared once with name and caption; the tab order is the order of
-/// declaration. Everything a view needs to draw it can be asked; every change tells the form's view.
+/// A field of a form: member of the form, declared once with name and caption. Everything a view needs to draw it can
+/// be asked; every change tells the form's view.
 class Control {
  public:
   /// @param form the form whose member this is; it outlives the control

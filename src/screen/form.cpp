@@ -139,13 +139,19 @@ void Form::SetActiveControl(Control* control) {
   if (control) control->FocusGained();
 }
 
+const std::vector<Control*>& Form::Stops() const {
+  if (stops_.empty()) stops_ = TabOrder(Arrange(), controls_);
+  return stops_;
+}
+
 Control* Form::NextTabStop(const Control* from, bool backward) const {
-  const auto count = static_cast<std::ptrdiff_t>(controls_.size());
-  const auto start = std::find(controls_.begin(), controls_.end(), from) - controls_.begin();
+  const std::vector<Control*>& stops = Stops();
+  const auto count = static_cast<std::ptrdiff_t>(stops.size());
+  const auto start = std::ranges::find(stops, from) - stops.begin();
   std::ptrdiff_t at = start == count ? (backward ? 0 : -1) : start;
   for (std::ptrdiff_t step = 0; step < count; ++step) {
     at = (at + (backward ? count - 1 : 1)) % count;
-    Control* control = controls_[static_cast<std::size_t>(at)];
+    Control* control = stops[static_cast<std::size_t>(at)];
     if (control->CanFocus()) return control;
   }
   return nullptr;
@@ -185,8 +191,7 @@ void Form::WalkOn() {
   Control* const next = NextTabStop(from);
   if (!next || next == from) return;
   SetActiveControl(next);
-  const bool started_over =
-      std::find(controls_.begin(), controls_.end(), next) <= std::find(controls_.begin(), controls_.end(), from);
+  const bool started_over = std::ranges::find(Stops(), next) <= std::ranges::find(Stops(), from);
   if (unloaded_ || active_ != next || started_over) return;
   if (auto* combo = dynamic_cast<ComboBox*>(next)) combo->OpenList();
   if (auto* box = dynamic_cast<TextBox*>(next)) box->SelectAll();
@@ -251,10 +256,12 @@ void Form::UserFocus(Control& control) {
 
 void Form::Adopt(Control* control) {
   controls_.push_back(control);
+  stops_.clear();
 }
 
 void Form::Forget(Control* control) {
   std::erase(controls_, control);
+  stops_.clear();
   if (active_ == control) active_ = nullptr;
   if (entered_ == control) entered_ = nullptr;
 }

@@ -79,7 +79,7 @@ class Form {
   const std::optional<WindowPlace>& Place() const { return place_; }
   void SetPlace(WindowPlace place) { place_ = place; }
 
-  // Controls register themselves; this is their order of declaration.
+  /// Controls register themselves; this is their order of declaration. Tab follows the arrangement.
   const std::vector<Control*>& Controls() const { return controls_; }
   Control* Find(std::string_view name) const;  ///< by name, without regard to case; null when there is none
   /// The field of that name, for whoever drives a screen without knowing its class. Failure where there is none of that
@@ -122,6 +122,7 @@ class Form {
   void Adopt(Control* control);
   void Forget(Control* control);
   void LeaveUnusable(Control* control);
+  const std::vector<Control*>& Stops() const;
   void Appear();
   void BecomeActive();
   void CloseNow();
@@ -137,6 +138,7 @@ class Form {
   WindowKind kind_;
   std::optional<WindowPlace> place_;
   std::vector<Control*> controls_;
+  mutable std::vector<Control*> stops_;  // in tab order, found when it is first asked for; empty until then
   Control* active_ = nullptr;
   Control* entered_ = nullptr;  // the control whose FocusGained has run and whose FocusLost has not
   unsigned focus_moves_ = 0;

@@ -1,5 +1,8 @@
 #include "screen/layout.h"
 
+#include <algorithm>
+#include <map>
+
 namespace luming {
 namespace {
 
@@ -13,6 +16,20 @@ void WalkPart(const Layout& part, bool hidden, const std::function<void(const Co
 
 void Walk(const Layout& layout, const std::function<void(const Control& field, bool hidden)>& visit) {
   WalkPart(layout, false, visit);
+}
+
+std::vector<Control*> TabOrder(const Layout& layout, const std::vector<Control*>& fields) {
+  constexpr std::size_t kNever = std::string::npos;
+  std::map<const Control*, std::size_t> places;
+  Walk(layout, [&](const Control& field, bool hidden) { places.emplace(&field, hidden ? kNever : places.size()); });
+  const auto place_of = [&](const Control* field) {
+    const auto found = places.find(field);
+    return found == places.end() ? places.size() : found->second;
+  };
+  std::vector<Control*> order = fields;
+  std::erase_if(order, [&](const Control* field) { return place_of(field) == kNever; });
+  std::ranges::stable_sort(order, {}, place_of);
+  return order;
 }
 
 bool IsDrawn(const Layout& layout, const Control& field) {

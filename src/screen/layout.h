@@ -92,6 +92,10 @@ inline Layout Hidden(std::vector<Layout> parts) {
 /// Calls `visit` for each field in the layout, in order; `hidden` for those that stand in a Hidden part.
 void Walk(const Layout& layout, const std::function<void(const Control& field, bool hidden)>& visit);
 
+/// A form's fields in the order in which Tab stops at them: as they are laid out, those in a Hidden part left out,
+/// those that are not laid out last.
+std::vector<Control*> TabOrder(const Layout& layout, const std::vector<Control*>& fields);
+
 /// Whether the operator can ever see the field: it does not stand in a Hidden part.
 bool IsDrawn(const Layout& layout, const Control& field);
 

@@ -63,7 +63,36 @@ TEST_F(FormKeysTest, ShowingFocusesTheFirstStop) {
   EXPECT_EQ(form.TakeLog(), (Log{"+first"}));
 }
 
-TEST_F(FormKeysTest, TabFollowsTheDeclarationSkipsWhatIsOutOfUseAndWraps) {
+/// Declared in another order than it is laid out, as fields of a base class are.
+class ArrangedForm : public Form {
+ public:
+  explicit ArrangedForm(Forms& registry) : Form(registry, "ArrangedForm", "arranged", WindowKind::kDialog) {}
+  Layout Arrange() const override { return Column({Row({head, list}), Hidden({kept}), lines, close}); }
+  void FormKeyDown(KeyEvent& event) override { SendTab(*this, event.code); }
+
+  TextBox lines{this, "lines"};
+  Button close{this, "close", "Close"};
+  TextBox kept{this, "kept"};
+  TextBox beside{this, "beside"};
+  TextBox head{this, "head"};
+  ComboBox list{this, "list"};
+};
+
+TEST_F(FormKeysTest, TabFollowsTheArrangementWhateverTheOrderOfDeclaration) {
+  ArrangedForm arranged{forms};
+  arranged.Show();
+  EXPECT_TRUE(arranged.head.HasFocus());
+  arranged.UserKey({.code = key::kEnter});
+  EXPECT_TRUE(arranged.list.ListIsOpen()) << "the walk goes on, although the list is declared last";
+  Log way;
+  for (int i = 0; i < 4; ++i) {
+    arranged.UserKey({.code = key::kTab});
+    way.push_back(arranged.ActiveControl()->Name());
+  }
+  EXPECT_EQ(way, (Log{"lines", "close", "beside", "head"})) << "what is hidden never stops";
+}
+
+TEST_F(FormKeysTest, TabSkipsWhatIsOutOfUseAndWraps) {
   form.list.SetEnabled(false);
   form.grid.SetVisible(false);
   form.TakeLog();
