@@ -35,6 +35,7 @@ TEST_F(BatchStockTest, ConsumptionTakesTheOldestOrTheNamedBatch) {
   const std::vector<Case> cases = {
       {"exactly all of them", "A 3 01, B 4 02", 7, "", ""},
       {"a part of the first", "A 3 01, B 4 02", 2.5, "", "A 0.5, B 4"},
+      {"more than the only batch", "A 4 01", 10, "", ""},
       {"over three, the last one in part", "A 1 01, B 2 02, C 4 03", 4, "", "C 3"},
       {"exactly the named batch", "A 3 01, B 20 02", 3, "A", "B 20"},
       {"a name is a pattern", "AX 3 01, B 20 02", 2, "A_", "AX 1, B 20"},

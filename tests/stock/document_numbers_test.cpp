@@ -21,8 +21,8 @@ TEST_F(DocumentNumbersTest, TheRowSavedLastCountsNotTheHighestNorTheLatest) {
 }
 
 TEST_F(DocumentNumbersTest, OnlyTheLastFourCharactersCount) {
-  Saved("RK-0041", "23:59:59");
-  EXPECT_EQ(Next(), "202603010042");
+  Saved("RK-71041", "23:59:59");
+  EXPECT_EQ(Next(), "202603011042");
 }
 
 }  // namespace
