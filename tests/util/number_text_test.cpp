@@ -140,6 +140,20 @@ TEST(NumberText, DefaultTextHasFifteenDigitsAndNoTrailingZeros) {
   for (const auto& [value, text] : cases) EXPECT_EQ(NumberText(value), text);
 }
 
+TEST(NumberText, DefaultTextAgreesWithTheCLibraryOnManyDoubles) {
+  std::mt19937_64 random{20260301};  // the same in each run
+  for (int i = 0; i < 50'000; ++i) {
+    const double mantissa = std::uniform_real_distribution<double>(-10, 10)(random);
+    const int power = std::uniform_int_distribution<int>(-20, 20)(random);
+    const double scale = std::pow(10.0, std::uniform_int_distribution<int>(0, 16)(random));
+    double value = std::round(mantissa * scale) / scale * std::pow(10.0, power);
+    if (value == 0) value = 0;  // the C library would show the sign of a negative zero
+    char printed[40];
+    std::snprintf(printed, sizeof printed, "%.15G", value);
+    ASSERT_EQ(NumberText(value), printed);
+  }
+}
+
 struct Formatted {
   double value;
   const char* picture;
