@@ -1,17 +1,9 @@
 #include "app/command_table.h"
 
 #include "documents/screens.h"
-#include "frame/about.h"
-#include "frame/calendar.h"
-#include "frame/change_password.h"
-#include "frame/input_method.h"
-#include "frame/lock.h"
 #include "frame/main_window.h"
-#include "masterdata/charge_items.h"
-#include "masterdata/data_dictionary.h"
-#include "masterdata/drug_catalogue.h"
-#include "masterdata/drug_editor.h"
-#include "masterdata/producers.h"
+#include "frame/screens.h"
+#include "masterdata/screens.h"
 
 namespace luming {
 
@@ -155,19 +147,12 @@ Command Theme(int id, int theme) {
   return {id, {}, [theme](AppContext& app) { app.forms.Get<mainfrm>(app).SetTheme(theme); }};
 }
 
-Command ChildCalled(int id, const char* name, Form& (*get)(AppContext&)) {
-  return {id, name, [name, get](AppContext& app) {
-            get(app).Show();
-            MaxChild(app, name);
-          }};
-}
-
 std::vector<Command> Commands() {
   return {
-      Command{201, eK_YPJBXX::kName, AddDrug},
-      Child<Frm_YPML>(202),
+      Opens(201, kDrugEditor),
+      Opens(202, kDrugCatalogue),
       Awaited(203, "Frm_YPLC"),
-      ChildCalled(302, "ek_YK_RKMX", TheReceipt),
+      Opens(302, kReceipt),
       Awaited(303, "ek_YK_RKMXCX"),
       Awaited(305, "ek_KSLY"),
       Awaited(306, "ek_KSLYCX"),
@@ -175,11 +160,11 @@ std::vector<Command> Commands() {
       Awaited(310, "Frm_YPCGJHCX"),
       Awaited(312, "Frm_YPCKGL"),
       Awaited(313, "Frm_CKDCX"),
-      ChildCalled(335, "Frm_YKTY", TheReturnToSupplier),
+      Opens(335, kReturnToSupplier),
       Awaited(336, "Frm_YKTYCX"),
       Awaited(338, "Frm_YFTKWindow"),
       Awaited(339, "Frm_CGJHB"),
-      Shown<ek_SFXMGL>(401),
+      Opens(401, kChargeItems),
       Awaited(406, "Frm_TJYPLR"),
       Awaited(407, "Frm_TJJCLR"),
       Awaited(408, "frm_yptjcx"),
@@ -193,17 +178,17 @@ std::vector<Command> Commands() {
       Behind("YPGL_YPDCCX", Awaited(551, "Frm_DCYPList")),
       Behind("YPGL_YPGCCX", Awaited(552, "Frm_GCYPList")),
       Behind("YPGL_SXYPCX", Awaited(553, "Frm_SXYPList")),
-      Shown<Frm_wnl>(601),
+      Opens(601, kCalendar),
       Own(602, &mainfrm::StartCalculator),
-      Modal<sjzd>(751),
-      Modal<YPGL_CDWF>(752),
+      Opens(751, kDataDictionary),
+      Opens(752, kProducers),
       Arrange(801, Arrangement::kCascade),
       Arrange(802, Arrangement::kTileHorizontally),
       Arrange(803, Arrangement::kTileVertically),
       Arrange(804, Arrangement::kIcons),
       Own(901, &mainfrm::OpenManual),
       Own(902, &mainfrm::OpenManual),
-      Modal<about>(903),
+      Opens(903, kAbout),
       Theme(1001, 0),
       Theme(1002, 1),
       Theme(1003, 2),
@@ -218,14 +203,23 @@ std::vector<Command> Commands() {
       Own(6662, &mainfrm::CloseAllChildren),
       Own(6663, &mainfrm::CloseOtherChildren),
       Own(9102, &mainfrm::SwitchOperator),
-      Modal<LockApp>(9103),
+      Opens(9103, kLock),
       Own(9104, &mainfrm::AskToExit),
-      Modal<SetIme>(9105),
-      Modal<ChangPassword>(9106),
+      Opens(9105, kInputMethod),
+      Opens(9106, kChangePassword),
   };
 }
 
 }  // namespace
+
+const std::vector<const Screen*>& FurtherScreens() {
+  static const std::vector<const Screen*> screens = {
+      &kMainWindow,      &kLogin,          &kStorehouseChoice,      &kConnectionDialog, &kDictionaryHead,
+      &kDictionaryLinks, &kInsuranceItems, &kProducerChoice,        &kProducerEditor,   &kDrugChoice,
+      &kCatalogueImport, &kReceiptEntry,   &kReturnToSupplierEntry,
+  };
+  return screens;
+}
 
 const CommandTable& MainCommands() {
   static const CommandTable table{Menus(), ToolBarButtons(), Commands(), {}};

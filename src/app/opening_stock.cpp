@@ -73,7 +73,7 @@ class OpeningClerk {
     app_.Cn = std::move(connection);
     app_.CurUser.GetUserName = "管理员";
     app_.CurUser.YPGL_YKJYLR = true;
-    Form& form = TheReceipt(app_);
+    Form& form = kReceipt.form(app_);
     form.EnsureLoaded();
     form.Field<ComboBox>("CXFS").SetText("编码");
     return form;

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "frame/app_context.h"
+#include "frame/screen.h"
 #include "screen/form.h"
 #include "screen/text_box.h"
 #include "stock/line_grid.h"
@@ -32,5 +33,17 @@ class EntryDialog : public Form {
   AppContext& app_;
   LineGrid& lines_;
 };
+
+template <class Dialog, class Document>
+Form& EntryOf(AppContext& app) {
+  return app.forms.Get<Dialog>(app, app.forms.Get<Document>(app).fpSpread1);
+}
+
+/// The entry dialog of a document as a screen of the program, on the document's own lines.
+template <class Dialog, class Document>
+constexpr Screen EntryScreen() {
+  return {Dialog::kName, EntryOf<Dialog, Document>,
+          [](AppContext& app) { EntryOf<Dialog, Document>(app).ShowModal(); }};
+}
 
 }  // namespace luming

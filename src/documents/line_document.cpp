@@ -19,8 +19,8 @@ LineDocument::LineDocument(AppContext& app, const DocumentKind& kind)
 }
 
 void LineDocument::Load() {
-  if (kind_.right && !HasRight(app_, kind_.right)) {
-    CheckRight(app_, kind_.right);
+  if (kind_.right && !HasRight(app_, *kind_.right)) {
+    CheckRight(app_, *kind_.right);
     Unload();
     return;
   }

@@ -1,11 +1,13 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "documents/line_columns.h"
 #include "documents/line_habits.h"
 #include "frame/app_context.h"
+#include "frame/user_rights.h"
 #include "masterdata/dictionary_lists.h"
 #include "screen/button.h"
 #include "screen/form.h"
@@ -19,8 +21,8 @@ namespace luming {
 struct DocumentKind {
   const char* name;
   const char* caption;
-  const char* right;  ///< key of the right to open it; null: open to every operator
-  const char* lists;  ///< statement that reads the dictionaries of its lists; null: it has none
+  std::optional<RightKey> right = {};  ///< to open it; nothing: open to every operator
+  const char* lists;                   ///< statement that reads the dictionaries of its lists; null: it has none
   const PickerSettings& picker;
   LineColumns columns;
   const LineHabits& habits;

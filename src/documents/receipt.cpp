@@ -7,9 +7,9 @@
 #include "documents/line_document.h"
 #include "documents/line_insert.h"
 #include "documents/screens.h"
-#include "frame/command_table.h"
 #include "frame/gateway.h"
 #include "masterdata/drug_record.h"
+#include "masterdata/screens.h"
 #include "screen/button.h"
 #include "screen/combo_box.h"
 #include "screen/date_box.h"
@@ -23,8 +23,6 @@
 namespace luming {
 
 namespace {
-
-constexpr int kNewDrugCommand = 201;
 
 namespace col {
 enum Column {
@@ -215,7 +213,6 @@ class ek_YK_RKMX : public LineDocument {
   void Save_YPRK();
 
  protected:
-  void Load() override;
   std::vector<DictionaryList> Lists() override { return {{"GHDW", &sGHDW}, {"YP_YSR", &sYSR}, {"YP_FHR", &sFHR}}; }
   void ShowNumber() override { sRKDH.SetText(NextNumber()); }
   void EnterLine(int row) override;
@@ -225,7 +222,7 @@ class ek_YK_RKMX : public LineDocument {
   void Command1_Click();
   void Command2_Click() { fpSpread1.Park(); }
   void Command5_Click() { fpSpread1.LoadParked(); }
-  void Command6_Click() { app_.commands.Find(kNewDrugCommand)->action(app_); }
+  void Command6_Click() { kDrugEditor.open(app_); }
 
   bool CheckRK();
   std::string NextNumber() { return NextDocNo(app_, "RKDH", "YK_YPRK", "RKRQ"); }
@@ -237,28 +234,21 @@ class ek_YK_RKMX : public LineDocument {
 
 namespace {
 
-const DocumentKind& ThisDocument() {
-  static const DocumentKind kind = {.name = ek_YK_RKMX::kName,
-                                    .caption = "药品入库录入",
-                                    .right = "YPGL_YKJYLR",
-                                    .lists = "select * from CS",
-                                    .picker = PickerSettingsOf(ek_YK_RKMX::kName),
-                                    .columns = kColumns,
-                                    .habits = kLineHabits.receipt};
-  return kind;
-}
+const PickerSettings kPicker{.mode_caption = kScannerMode,
+                             .columns = StandardColumns({.LSJ = "0.000", .PFJ = "0.000000"})};
+
+const DocumentKind kKind{.name = ek_YK_RKMX::kName,
+                         .caption = "药品入库录入",
+                         .right = RightKey("YPGL_YKJYLR"),
+                         .lists = "select * from CS",
+                         .picker = kPicker,
+                         .columns = kColumns,
+                         .habits = kLineHabits.receipt};
 
 }  // namespace
 
-ek_YK_RKMX::ek_YK_RKMX(AppContext& app) : LineDocument(app, ThisDocument()) {
+ek_YK_RKMX::ek_YK_RKMX(AppContext& app) : LineDocument(app, kKind) {
   fpSpread1.change.Connect(this, &ek_YK_RKMX::fpSpread1_Change);
-}
-
-void ek_YK_RKMX::Load() {
-  LineDocument::Load();
-  if (IsUnloaded()) return;
-  const Command* new_drug = app_.commands.Find(kNewDrugCommand);
-  Command6.SetEnabled(new_drug && new_drug->action);
 }
 
 void ek_YK_RKMX::EnterLine(int row) {
@@ -359,8 +349,7 @@ Statement ek_YK_RKMX::UnitPurchasePrice(int row) const {
   return Bare(IsNumeric(price) ? price : "0", {"进货价格", row});
 }
 
-Form& TheReceipt(AppContext& app) {
-  return app.forms.Get<ek_YK_RKMX>(app);
-}
+const Screen kReceipt = ChildScreen<ek_YK_RKMX>();
+const Screen kReceiptEntry = EntryScreen<ek_RKXZ, ek_YK_RKMX>();
 
 }  // namespace luming

@@ -174,20 +174,19 @@ class Frm_YKTY : public LineDocument {
 
 namespace {
 
-const DocumentKind& ThisDocument() {
-  static const DocumentKind kind = {.name = Frm_YKTY::kName,
-                                    .caption = "药库退药",
-                                    .right = nullptr,
-                                    .lists = "select * from CS",
-                                    .picker = PickerSettingsOf(Frm_YKTY::kName),
-                                    .columns = kColumns,
-                                    .habits = kLineHabits.return_to_supplier};
-  return kind;
-}
+const PickerSettings kPicker{.mode_caption = kScannerMode,
+                             .columns = StandardColumns({.LSJ = "0.0000", .PFJ = "￥0.000"})};
+
+const DocumentKind kKind{.name = Frm_YKTY::kName,
+                         .caption = "药库退药",
+                         .lists = "select * from CS",
+                         .picker = kPicker,
+                         .columns = kColumns,
+                         .habits = kLineHabits.return_to_supplier};
 
 }  // namespace
 
-Frm_YKTY::Frm_YKTY(AppContext& app) : LineDocument(app, ThisDocument()) {}
+Frm_YKTY::Frm_YKTY(AppContext& app) : LineDocument(app, kKind) {}
 
 void Frm_YKTY::ShowNumber() {
   ZDR.SetText(app_.CurUser.GetUserName);
@@ -240,8 +239,7 @@ Statement Frm_YKTY::HeadInsert(const std::string& number) const {
          "," + Quoted(BZ.Text(), "备注") + ")";
 }
 
-Form& TheReturnToSupplier(AppContext& app) {
-  return app.forms.Get<Frm_YKTY>(app);
-}
+const Screen kReturnToSupplier = ChildScreen<Frm_YKTY>();
+const Screen kReturnToSupplierEntry = EntryScreen<Frm_YKTYCheck, Frm_YKTY>();
 
 }  // namespace luming

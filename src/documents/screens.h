@@ -1,10 +1,12 @@
 #pragma once
 
-#include "frame/app_context.h"
+#include "frame/screen.h"
 
 namespace luming {
 
-Form& TheReceipt(AppContext& app);
-Form& TheReturnToSupplier(AppContext& app);
+extern const Screen kReceipt;
+extern const Screen kReceiptEntry;
+extern const Screen kReturnToSupplier;
+extern const Screen kReturnToSupplierEntry;
 
 }  // namespace luming

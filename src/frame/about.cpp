@@ -1,6 +1,7 @@
 #include "frame/about.h"
 
 #include "frame/gateway.h"
+#include "frame/screens.h"
 #include "util/number_text.h"
 #include "util/text.h"
 
@@ -104,5 +105,7 @@ std::string about::TreeAsStatements() {
   });
   return text;
 }
+
+const Screen kAbout = ModalScreen<about>();
 
 }  // namespace luming

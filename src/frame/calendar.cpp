@@ -1,5 +1,6 @@
 #include "frame/calendar.h"
 
+#include "frame/screens.h"
 #include "util/date_text.h"
 #include "util/lunar_calendar.h"
 
@@ -163,5 +164,7 @@ void Frm_wnl::FormKeyDown(KeyEvent& event) {
   }
   event.handled = true;
 }
+
+const Screen kCalendar = ShownScreen<Frm_wnl>();
 
 }  // namespace luming

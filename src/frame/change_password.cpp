@@ -1,5 +1,6 @@
 #include "frame/change_password.h"
 
+#include "frame/screens.h"
 #include "platform/statement.h"
 
 namespace luming {
@@ -60,5 +61,7 @@ void ChangPassword::ChangeTo(const std::string& wanted) {
     app_.desktop.MsgBox({"出错信息：" + failure.description(), 0, AppContext::kTitle});
   }
 }
+
+const Screen kChangePassword = ModalScreen<ChangPassword>();
 
 }  // namespace luming

@@ -11,7 +11,7 @@ const Command* CommandTable::Find(int id) const {
   return found == commands.end() ? nullptr : &*found;
 }
 
-Command Behind(const std::string& key, Command command) {
+Command Behind(RightKey key, Command command) {
   if (!command.action) return command;
   command.action = [key, open = std::move(command.action)](AppContext& app) {
     if (HasRight(app, key)) {

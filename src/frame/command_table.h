@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "frame/app_context.h"
-#include "frame/windows.h"
+#include "frame/screen.h"
 #include "platform/desktop.h"
 
 namespace luming {
@@ -32,29 +32,13 @@ struct CommandTable {
 /// @name Rows of the table
 /// @{
 
-/// A child window: shown, then maximised.
-template <class Screen>
-Command Child(int id) {
-  return {id, Screen::kName, [](AppContext& app) {
-            app.forms.Get<Screen>(app).Show();
-            MaxChild(app, Screen::kName);
-          }};
-}
-
-template <class Screen>
-Command Modal(int id) {
-  return {id, Screen::kName, [](AppContext& app) { app.forms.Get<Screen>(app).ShowModal(); }};
-}
-
-/// Shown, neither modal nor maximised.
-template <class Screen>
-Command Shown(int id) {
-  return {id, Screen::kName, [](AppContext& app) { app.forms.Get<Screen>(app).Show(); }};
+/// A command that opens a screen.
+inline Command Opens(int id, const Screen& screen) {
+  return {id, screen.name, screen.open};
 }
 
 /// The same command behind a right: without it the refusal shows and nothing opens.
-/// @param key one of AllRights()
-Command Behind(const std::string& key, Command command);
+Command Behind(RightKey key, Command command);
 
 /// A command whose screen the program does not have yet.
 inline Command Awaited(int id, std::string screen) {

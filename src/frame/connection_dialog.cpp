@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "frame/screens.h"
 #include "frame/startup.h"
 
 namespace luming {
@@ -131,5 +132,7 @@ bool AskForConnection(AppContext& app, const std::string& description) {
 void RepairConnection(AppContext& app, const std::string& description) {
   if (AskForConnection(app, description)) Main(app);
 }
+
+const Screen kConnectionDialog = ModalScreen<LinkDatabaseErr>();
 
 }  // namespace luming

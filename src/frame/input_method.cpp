@@ -1,6 +1,7 @@
 #include "frame/input_method.h"
 
 #include "frame/gateway.h"
+#include "frame/screens.h"
 #include "util/text.h"
 
 namespace luming {
@@ -76,5 +77,7 @@ void UseOperatorLayout(AppContext& app) {
     }
   };
 }
+
+const Screen kInputMethod = ModalScreen<SetIme>();
 
 }  // namespace luming

@@ -1,5 +1,7 @@
 #include "frame/lock.h"
 
+#include "frame/screens.h"
+
 namespace luming {
 
 LockApp::LockApp(AppContext& app) : Form(app.forms, kName, "锁定系统", WindowKind::kCover), app_(app) {
@@ -37,5 +39,7 @@ void LockApp::Command1_Click() {
   Text1.SetFocus();
   app_.desktop.MsgBox({"密码错误!", box::kInformation, "提示"});
 }
+
+const Screen kLock = ModalScreen<LockApp>();
 
 }  // namespace luming

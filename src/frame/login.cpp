@@ -6,6 +6,7 @@
 #include "frame/ini_file.h"
 #include "frame/local_files.h"
 #include "frame/main_window.h"
+#include "frame/screens.h"
 #include "frame/startup.h"
 #include "frame/storehouse_choice.h"
 #include "util/text.h"
@@ -161,5 +162,7 @@ Layout password::Arrange() const {
       Row({Space(), Command1, Command2}),
   });
 }
+
+const Screen kLogin = ShownScreen<password>();
 
 }  // namespace luming

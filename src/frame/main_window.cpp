@@ -3,6 +3,7 @@
 #include "frame/gateway.h"
 #include "frame/ini_file.h"
 #include "frame/login.h"
+#include "frame/screens.h"
 #include "frame/startup.h"
 #include "frame/system_directory.h"
 #include "util/lunar_calendar.h"
@@ -143,5 +144,7 @@ void mainfrm::StartCalculator() {
 void mainfrm::ClosedByFrame() {
   ExitApp(app_);
 }
+
+const Screen kMainWindow = ShownScreen<mainfrm>();
 
 }  // namespace luming

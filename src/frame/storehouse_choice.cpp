@@ -2,6 +2,7 @@
 
 #include "frame/gateway.h"
 #include "frame/main_window.h"
+#include "frame/screens.h"
 #include "frame/startup.h"
 #include "screen/grid_init.h"
 
@@ -66,5 +67,7 @@ void Frm_CheckYK::Command2_Click() {
 Layout Frm_CheckYK::Arrange() const {
   return Column({fpSpread1, Row({Space(), Command1, Command2})});
 }
+
+const Screen kStorehouseChoice = ModalScreen<Frm_CheckYK>();
 
 }  // namespace luming

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <span>
+#include <array>
 #include <string>
 #include <string_view>
 
@@ -60,15 +60,51 @@ struct OperatorRight {
 };
 
 /// All rights that a group's rows can give, in the order in which a row's key is compared with them.
-std::span<const OperatorRight> AllRights();
+inline constexpr std::array kAllRights = {
+    OperatorRight{"YPGL_CKYPML", &User_qx::YPGL_CKYPML}, OperatorRight{"YPGL_AddYP", &User_qx::YPGL_AddYP},
+    OperatorRight{"YPGL_EditYP", &User_qx::YPGL_EditYP}, OperatorRight{"YPGL_DelYP", &User_qx::YPGL_DelYP},
+    OperatorRight{"YPGL_CKJCML", &User_qx::YPGL_CKJCML}, OperatorRight{"YPGL_AddJCXM", &User_qx::YPGL_AddJCXM},
+    OperatorRight{"YPGL_XGJCXM", &User_qx::YPGL_XGJCXM}, OperatorRight{"YPGL_DelJCXM", &User_qx::YPGL_DelJCXM},
+    OperatorRight{"YPGL_YKJYLR", &User_qx::YPGL_YKJYLR}, OperatorRight{"YPGL_YKJYCX", &User_qx::YPGL_YKJYCX},
+    OperatorRight{"YPGL_KSLYLR", &User_qx::YPGL_KSLYLR}, OperatorRight{"YPGL_KSLYCX", &User_qx::YPGL_KSLYCX},
+    OperatorRight{"YPGL_SFXMGL", &User_qx::YPGL_SFXMGL}, OperatorRight{"YPGL_ADDZHXM", &User_qx::YPGL_ADDZHXM},
+    OperatorRight{"YPGL_ZHXMGL", &User_qx::YPGL_ZHXMGL}, OperatorRight{"YPGL_YPTJ", &User_qx::YPGL_YPTJ},
+    OperatorRight{"YPGL_JCXMTJ", &User_qx::YPGL_JCXMTJ}, OperatorRight{"YPGL_YPJCXMTJCX", &User_qx::YPGL_YPJCXMTJCX},
+    OperatorRight{"YPGL_YPPD", &User_qx::YPGL_YPPD},     OperatorRight{"YPGL_YPPDCX", &User_qx::YPGL_YPPDCX},
+    OperatorRight{"YPGL_BSBFLR", &User_qx::YPGL_BSBFLR}, OperatorRight{"YPGL_BSBFCX", &User_qx::YPGL_BSBFCX},
+    OperatorRight{"YPGL_YPXHCX", &User_qx::YPGL_YPXHCX}, OperatorRight{"YPGL_CKFY", &User_qx::YPGL_CKFY},
+    OperatorRight{"YPGL_CKFYCX", &User_qx::YPGL_CKFYCX}, OperatorRight{"YPGL_YPDCCX", &User_qx::YPGL_YPDCCX},
+    OperatorRight{"YPGL_YPGCCX", &User_qx::YPGL_YPGCCX}, OperatorRight{"YPGL_SXYPCX", &User_qx::YPGL_SXYPCX},
+    OperatorRight{"YPGL_EDITJG", &User_qx::YPGL_EDITJG}, OperatorRight{"YPGL_EDITKC", &User_qx::YPGL_EDITKC},
+    OperatorRight{"YPGL_FSYP", &User_qx::YPGL_FSYP},     OperatorRight{"YPGL_XYKIN", &User_qx::XYKIN},
+    OperatorRight{"YPGL_ZYKIN", &User_qx::ZYKIN},        OperatorRight{"YPGL_SeeReport", &User_qx::YPGL_SeeReport},
+};
+
 /// The right of that key, compared exactly; null when there is none.
-const OperatorRight* FindRight(std::string_view key);
+constexpr const OperatorRight* FindRight(std::string_view key) {
+  for (const OperatorRight& right : kAllRights) {
+    if (right.key == key) return &right;
+  }
+  return nullptr;
+}
 
-/// Whether the operator has the right of that key, one of AllRights().
-bool HasRight(const AppContext& app, std::string_view key);
+/// A right as the program's own text names it: a key that is none of all rights does not compile.
+class RightKey {
+ public:
+  consteval RightKey(const char* key) : right_(FindRight(key)) {  // NOLINT(google-explicit-constructor): reads as a key
+    if (!right_) throw "there is no such right";
+  }
+  constexpr const OperatorRight* operator->() const { return right_; }
 
-/// Shows the refusal for a right that the caller has found missing. Tests nothing itself.
-/// @param key of the right; one that is unknown, or empty, gives the general wording
-void CheckRight(AppContext& app, const std::string& key);
+ private:
+  const OperatorRight* right_;
+};
+
+/// Whether the operator has the right.
+bool HasRight(const AppContext& app, RightKey key);
+
+/// Shows the refusal for a right that the caller has found missing, in general words where the database has none for
+/// it. Tests nothing itself.
+void CheckRight(AppContext& app, RightKey key);
 
 }  // namespace luming

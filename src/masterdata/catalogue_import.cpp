@@ -5,6 +5,7 @@
 #include "frame/gateway.h"
 #include "masterdata/clean_control.h"
 #include "masterdata/phonetic.h"
+#include "masterdata/screens.h"
 #include "output/grid_routines.h"
 #include "util/date_text.h"
 #include "util/number_text.h"
@@ -189,5 +190,7 @@ void UploadData::Command11_Click() {
   Text1.AppendText(std::string("用户已取消数据导入。") + kLineEnd + "其中成功" + std::to_string(succeeded_) + "条失败" +
                    std::to_string(failed_) + "条" + kLineEnd);
 }
+
+const Screen kCatalogueImport = ModalScreen<UploadData>();
 
 }  // namespace luming

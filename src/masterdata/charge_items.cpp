@@ -4,6 +4,7 @@
 
 #include "frame/gateway.h"
 #include "masterdata/clean_control.h"
+#include "masterdata/screens.h"
 #include "output/grid_routines.h"
 #include "stock/line_grid.h"
 #include "util/text.h"
@@ -110,5 +111,7 @@ void ek_SFXMGL::Command3_Click() {
   }
   app_.desktop.MsgBox({"保存成功", box::kInformation, "提示"});
 }
+
+const Screen kChargeItems = ShownScreen<ek_SFXMGL>();
 
 }  // namespace luming

@@ -7,6 +7,7 @@
 #include "masterdata/dictionary_head.h"
 #include "masterdata/dictionary_links.h"
 #include "masterdata/phonetic.h"
+#include "masterdata/screens.h"
 #include "output/grid_routines.h"
 #include "util/text.h"
 
@@ -284,5 +285,7 @@ void sjzd::Command4_Click() {
   taken_ = Choice{fpSpread1.Text(row, kCode), fpSpread1.Text(row, kDictionaryName)};
   Unload();
 }
+
+const Screen kDataDictionary = ModalScreen<sjzd>();
 
 }  // namespace luming

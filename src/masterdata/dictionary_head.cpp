@@ -3,6 +3,7 @@
 #include "frame/gateway.h"
 #include "masterdata/clean_control.h"
 #include "masterdata/data_dictionary.h"
+#include "masterdata/screens.h"
 #include "util/text.h"
 
 namespace luming {
@@ -99,5 +100,7 @@ void Frm_ZD::SaveChange() {
   app_.desktop.MsgBox({"修改成功", box::kInformation, "信息"});
   Unload();
 }
+
+const Screen kDictionaryHead = DialogScreen<Frm_ZD, sjzd, &sjzd::Command7>();
 
 }  // namespace luming

@@ -5,6 +5,7 @@
 #include "frame/gateway.h"
 #include "masterdata/clean_control.h"
 #include "masterdata/data_dictionary.h"
+#include "masterdata/screens.h"
 #include "screen/grid_init.h"
 
 namespace luming {
@@ -103,5 +104,7 @@ void Frm_LinkZD::Command1_Click() {
     app_.desktop.MsgBox({"没有可以被保存的数据", box::kInformation, "提示"});
   }
 }
+
+const Screen kDictionaryLinks = ModalScreen<Frm_LinkZD>();
 
 }  // namespace luming

@@ -7,6 +7,7 @@
 #include "masterdata/clean_control.h"
 #include "masterdata/dictionary_lists.h"
 #include "masterdata/drug_editor.h"
+#include "masterdata/screens.h"
 #include "masterdata/stock_value.h"
 #include "output/column_widths.h"
 #include "output/grid_routines.h"
@@ -30,12 +31,14 @@ std::vector<ColumnSource> Sources() {
   return sources;
 }
 
+const PickerSettings kPicker{.reading = PickerReading::kOpenRs, .enter = EnterKey::kLeftAlone};
+
 }  // namespace
 
 Frm_YPML::Frm_YPML(AppContext& app)
     : Form(app.forms, kName, "药品目录列表", WindowKind::kChild),
       fpSpread1(this, "fpSpread1", CatalogueGridColumns()),
-      picker(this, app, PickerSettingsOf(kName), &fpSpread1),
+      picker(this, app, kPicker, &fpSpread1),
       fpSpread2(this, app, BatchAmounts::kPurchaseAndWholesale),
       app_(app) {
   constexpr int kCodeAndName = 2;
@@ -281,5 +284,7 @@ void Frm_YPML::Del_Row(Grid& grid) {
 void Frm_YPML::Command9_Click() {
   app_.forms.Get<UploadData>(app_).ShowModal();
 }
+
+const Screen kDrugCatalogue = ChildScreen<Frm_YPML>();
 
 }  // namespace luming

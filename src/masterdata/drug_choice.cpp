@@ -1,13 +1,21 @@
 #include "masterdata/drug_choice.h"
 
 #include "masterdata/clean_control.h"
+#include "masterdata/screens.h"
 
 namespace luming {
 
+namespace {
+
+const PickerSettings kPicker{.enter = EnterKey::kLeftAlone,
+                             .columns = StandardColumns({.LSJ = "0.000", .PFJ = "0.000000"})};
+
+}  // namespace
+
 ek_PMXZ::ek_PMXZ(AppContext& app)
     : Form(app.forms, kName, "选择药品", WindowKind::kDialog),
-      fpSpread1(this, "fpSpread1", PickerGridColumns(PickerSettingsOf(kName))),
-      picker(this, app, PickerSettingsOf(kName), &fpSpread1),
+      fpSpread1(this, "fpSpread1", PickerGridColumns(kPicker)),
+      picker(this, app, kPicker, &fpSpread1),
       app_(app) {
   fpSpread1.SetRowMode(true);
   picker.picked.Connect(this, &ek_PMXZ::PickItem);
@@ -43,5 +51,7 @@ void ChooseDrug(AppContext& app, const Form& parent) {
   list.SetParent(parent);
   list.Show();
 }
+
+const Screen kDrugChoice = ShownScreen<ek_PMXZ>();
 
 }  // namespace luming

@@ -9,6 +9,7 @@
 #include "masterdata/insurance_items.h"
 #include "masterdata/phonetic.h"
 #include "masterdata/producer_choice.h"
+#include "masterdata/screens.h"
 #include "output/grid_routines.h"
 #include "util/number_text.h"
 #include "util/text.h"
@@ -313,5 +314,7 @@ void ShowDrug(AppContext& app, const std::string& mode, const std::string& code)
   const Forms::HandlerScope scope(app.forms);
   OpenEditor(app, mode, mode == eK_YPJBXX::kChanging ? "修改药品信息" : "浏览药品信息").FillD_Form(code);
 }
+
+const Screen kDrugEditor{eK_YPJBXX::kName, FormOf<eK_YPJBXX>, AddDrug};
 
 }  // namespace luming

@@ -6,6 +6,7 @@
 
 #include "frame/gateway.h"
 #include "masterdata/clean_control.h"
+#include "masterdata/screens.h"
 #include "output/grid_routines.h"
 #include "util/text.h"
 
@@ -149,5 +150,7 @@ void NHXMXZ::Take(int row) {
   taken_code_ = fpSpread1.Text(row, 1);
   Unload();
 }
+
+const Screen kInsuranceItems = ModalScreen<NHXMXZ>();
 
 }  // namespace luming

@@ -2,6 +2,7 @@
 
 #include "frame/ini_file.h"
 #include "frame/startup.h"
+#include "masterdata/screens.h"
 #include "screen/grid_init.h"
 
 namespace luming {
@@ -72,5 +73,7 @@ void Frm_Check::fpSpread1_KeyDown(KeyEvent& event) {
     Hide();
   }
 }
+
+const Screen kProducerChoice = ShownScreen<Frm_Check>();
 
 }  // namespace luming

@@ -3,6 +3,7 @@
 #include "masterdata/clean_control.h"
 #include "masterdata/phonetic.h"
 #include "masterdata/producers.h"
+#include "masterdata/screens.h"
 #include "screen/messages.h"
 #include "util/text.h"
 
@@ -86,5 +87,7 @@ void YPGL_CDWFEDIT::Com_ok_Click() {
   CleanControl::CleanControlText(*this);
   cdmc.SetFocus();
 }
+
+const Screen kProducerEditor = DialogScreen<YPGL_CDWFEDIT, YPGL_CDWF, &YPGL_CDWF::Com_XGH>();
 
 }  // namespace luming

@@ -5,6 +5,7 @@
 #include "frame/gateway.h"
 #include "masterdata/clean_control.h"
 #include "masterdata/producer_editor.h"
+#include "masterdata/screens.h"
 #include "screen/grid_init.h"
 #include "util/text.h"
 
@@ -109,5 +110,7 @@ void YPGL_CDWF::Com_DEL_Click() {
     app_.desktop.MsgBox({"删除失败", box::kWarning, "系统提示"});
   }
 }
+
+const Screen kProducers = ModalScreen<YPGL_CDWF>();
 
 }  // namespace luming

@@ -11,7 +11,7 @@
 #include "screen/grid.h"
 #include "screen/layout.h"
 #include "screen/text_box.h"
-#include "stock/picker_table.h"
+#include "stock/picker_settings.h"
 
 namespace luming {
 

@@ -199,7 +199,7 @@ TEST_F(AdminPeopleTest, AnOperatorWhoHasBookedIsKeptUnlessForced) {
 
 TEST_F(AdminPeopleTest, AGroupHasARowForEveryRight) {
   Do({"group", "add", ".", "库管", "--grant", "药库入库录入,YPGL_xykin、药品盘点"});
-  EXPECT_EQ(Query("Select Count(*) From QX_Temp2 Where Groupname='库管'"), std::to_string(AllRights().size()));
+  EXPECT_EQ(Query("Select Count(*) From QX_Temp2 Where Groupname='库管'"), std::to_string(kAllRights.size()));
   EXPECT_EQ(Query("Select MoudelKey From QX_Temp2 Where Groupname='库管' And QX=1 Order by MoudelKey"),
             "YPGL_XYKIN\nYPGL_YKJYLR\nYPGL_YPPD");
   Do({"group", "add", ".", "库管二", "--like", "库管", "--revoke", "药品盘点"});

@@ -109,12 +109,12 @@ TEST_F(DemoStoreTest, TextsOfDrugsStandInTheirDictionaries) {
 }
 
 TEST_F(DemoStoreTest, EveryRightHasANameAndTheAdministratorHasThemAll) {
-  for (const OperatorRight& right : AllRights()) {
+  for (const OperatorRight& right : kAllRights) {
     const std::string key(right.key);
     EXPECT_EQ(Offenders("Select MoudelKey From QX_Temp Where MoudelKey Like'" + key + "'"), Codes{key});
     EXPECT_EQ(Number("Select QX From QX_Temp2 Where Groupname='管理员' And MoudelKey='" + key + "'"), 1) << key;
   }
-  EXPECT_EQ(Number("Select count(*) From QX_Temp"), static_cast<double>(AllRights().size()));
+  EXPECT_EQ(Number("Select count(*) From QX_Temp"), static_cast<double>(kAllRights.size()));
   EXPECT_EQ(Offenders("Select group_name From userdb Where group_name Not In (Select Groupname From QX_Temp2)"),
             Codes{});
   EXPECT_EQ(Number("Select count(Distinct group_name) From userdb"), 3);

@@ -35,7 +35,7 @@ TEST_F(SaveOrderTest, AReceiptGoesToItsBatchAheadOfTheCounterAndTakesTheNextNumb
 
 TEST_F(SaveOrderTest, AReturnIsTakenOffTheCounterAheadOfItsBatch) {
   Run("Insert Into YK_CurryPH(RKDH,YPBM,PH,SL,PFJ,PLJ,RKRQ) Values('0','100002','B',5,1,1,'2026-02-01')");
-  Form& screen = TheReturnToSupplier(app);
+  Form& screen = kReturnToSupplier.form(app);
   screen.Show();
   screen.Field<ComboBox>("sGHDW").UserText("云泊医药有限公司");
   screen.Field<ComboBox>("sFHR").UserText("吕静仪");

@@ -47,9 +47,9 @@ TEST_F(GatewayTest, RefusalNamesTheRightOrSaysItInGeneral) {
     return "Select MoudelName From Qx_Temp Where MoudelKey='" + key + "'";
   };
   store.Answer(query("YPGL_YPPD"), {"MoudelName"}, {{TextValue("药品盘点")}});
-  store.Answer(query(""), {"MoudelName"}, {});
+  store.Answer(query("YPGL_YPTJ"), {"MoudelName"}, {});
   CheckRight(app, "YPGL_YPPD");
-  CheckRight(app, "");
+  CheckRight(app, "YPGL_YPTJ");
   EXPECT_EQ(desktop.TakeBoxTexts(),
             (Sent{"系统提示您：  \r\n\r\n      你没有【药品盘点】的权限,请您给系统管理员联系。",
                   "系统提示您：  \r\n\r\n      您没有操作该功能的权限,请您给系统管理员联系。"}));

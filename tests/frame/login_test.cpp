@@ -105,14 +105,14 @@ TEST_F(LoginTest, NullRightStopsTheLoginAtItsRow) {
 }
 
 TEST_F(LoginTest, EachKeyGivesItsOwnRightAndUnknownOnesNone) {
-  EXPECT_EQ(AllRights().size(), 34U);
-  EXPECT_EQ(AllRights().back().key, "YPGL_SeeReport");
-  for (const OperatorRight& right : AllRights()) {
+  EXPECT_EQ(kAllRights.size(), 34U);
+  EXPECT_EQ(kAllRights.back().key, "YPGL_SeeReport");
+  for (const OperatorRight& right : kAllRights) {
     PrepareLogin({{std::string(right.key), true}, {"YPGL_Unknown", true}, {"ypgl_yppd", true}});
     app.CurUser = {};
     ChooseStorehouse(3);
     Enter("张三", "1234");
-    for (const OperatorRight& other : AllRights()) {
+    for (const OperatorRight& other : kAllRights) {
       EXPECT_EQ(app.CurUser.*other.flag, other.key == right.key) << right.key << " " << other.key;
     }
     app.forms.UnloadAll();

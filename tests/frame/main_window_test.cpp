@@ -102,7 +102,7 @@ TEST_F(MainWindowTest, CommandIgnoresFailuresAndUnknownNumbers) {
 }
 
 TEST_F(MainWindowTest, CommandBehindARightOpensOrRefuses) {
-  commands.commands = {Behind("YPGL_YPDCCX", Child<SheetA>(551))};
+  commands.commands = {Behind("YPGL_YPDCCX", Opens(551, ChildScreen<SheetA>()))};
   store.Answer("Select MoudelName From Qx_Temp Where MoudelKey='YPGL_YPDCCX'", {"MoudelName"},
                {{TextValue("低储报警")}});
   mainfrm& frame = Frame();

@@ -8,11 +8,20 @@
 namespace luming {
 namespace {
 
-/// A screen with nothing but a pane set up as that of another screen.
+/// The search pane of most documents, and those that do something in their own way.
+const PickerSettings kUsual{.columns = StandardColumns({.LSJ = "0.000", .PFJ = "￥0.0000"})};
+const PickerSettings kInStock{.search = PickerSearch::kDrugsWithStock, .columns = kUsual.columns};
+const PickerSettings kItems{.search = PickerSearch::kItems, .columns = kUsual.columns};
+const PickerSettings kThroughGateway{.reading = PickerReading::kOpenRs, .columns = kUsual.columns};
+const PickerSettings kWithoutKeys{.f2 = F2Key::kDoesNothing, .enter = EnterKey::kLeftAlone, .columns = kUsual.columns};
+const PickerSettings kShort{.columns = StandardColumns({.CLLSJ = "0.0000"}, 11)};
+const PickerSettings kWholesale{.columns = WholesaleColumns()};
+
+/// A screen with nothing but a pane.
 class PaneForm : public Form {
  public:
-  PaneForm(AppContext& app, const char* screen)
-      : Form(app.forms, "PaneForm", "pane", WindowKind::kChild), picker(this, app, PickerSettingsOf(screen)) {
+  PaneForm(AppContext& app, const PickerSettings& settings)
+      : Form(app.forms, "PaneForm", "pane", WindowKind::kChild), picker(this, app, settings) {
     picker.picked.Connect([this](PickedBy) { picks.push_back(picker.ActiveCode()); });
   }
   Layout Arrange() const override { return picker.Arrange(); }
@@ -28,8 +37,8 @@ class PaneForm : public Form {
 
 class ItemPickerTest : public StoreTest {
  protected:
-  PaneForm& Open(const char* screen) {
-    forms_.push_back(std::make_unique<PaneForm>(app, screen));
+  PaneForm& Open(const PickerSettings& settings = kUsual) {
+    forms_.push_back(std::make_unique<PaneForm>(app, settings));
     forms_.back()->EnsureLoaded();
     TakeSent();
     return *forms_.back();
@@ -47,7 +56,7 @@ class ItemPickerTest : public StoreTest {
 
 TEST_F(ItemPickerTest, StatementsNameClassColumnTextAndFilter) {
   struct Case {
-    const char* screen;
+    const PickerSettings& settings;
     const char* item_class;
     const char* mode;
     bool in_stock;
@@ -55,26 +64,26 @@ TEST_F(ItemPickerTest, StatementsNameClassColumnTextAndFilter) {
     const char* sent;
   };
   const std::vector<Case> cases = {
-      {"ek_YK_RKMX", "药品", "拼音码", false, "amx", "exec Get_YP_JCTestYK '1','PYDM','amx%','0','1','西药库'"},
-      {"ek_YK_RKMX", "药品", "拼音码", true, "amx", "exec Get_YP_JCTestYK '1','PYDM','amx%' ,'1','1','西药库'"},
-      {"ek_YK_RKMX", "全部", "五笔码", false, " a'b ", "exec Get_YP_JCTestYK '0','WBDM','ab%','0','1','西药库'"},
-      {"ek_YK_RKMX", "检查及治疗", "编码", true, "'", "exec Get_YP_JCTestYK '2','YPBM','%' ,'1','1','西药库'"},
-      {"Frm_YFYPSL", "全部", "编码", false, "1", "exec Get_YP_JCTestYK '1','YPBM','1%' ,'1','1','西药库'"},
-      {"Frm_TJJCLR", "检查及治疗", "拼音码", false, "x", "exec GET_YP_JC2 '2','PYDM','x%','0'"},
-      {"Frm_TJJCLR", "检查及治疗", "五笔码", true, "x", "exec GET_YP_JC2 '2','WBDM','x%' ,'1'"},
+      {kUsual, "药品", "拼音码", false, "amx", "exec Get_YP_JCTestYK '1','PYDM','amx%','0','1','西药库'"},
+      {kUsual, "药品", "拼音码", true, "amx", "exec Get_YP_JCTestYK '1','PYDM','amx%' ,'1','1','西药库'"},
+      {kUsual, "全部", "五笔码", false, " a'b ", "exec Get_YP_JCTestYK '0','WBDM','ab%','0','1','西药库'"},
+      {kUsual, "检查及治疗", "编码", true, "'", "exec Get_YP_JCTestYK '2','YPBM','%' ,'1','1','西药库'"},
+      {kInStock, "全部", "编码", false, "1", "exec Get_YP_JCTestYK '1','YPBM','1%' ,'1','1','西药库'"},
+      {kItems, "检查及治疗", "拼音码", false, "x", "exec GET_YP_JC2 '2','PYDM','x%','0'"},
+      {kItems, "检查及治疗", "五笔码", true, "x", "exec GET_YP_JC2 '2','WBDM','x%' ,'1'"},
   };
   for (const Case& c : cases) {
-    PaneForm& form = Open(c.screen);
+    PaneForm& form = Open(c.settings);
     form.picker.SFLB.SetText(c.item_class);
     form.picker.CXFS.SetText(c.mode);
     form.picker.KCXS.SetChecked(c.in_stock);
     form.picker.PM.UserText(c.typed);
-    EXPECT_EQ(TakeSent(), std::vector<std::string>{c.sent}) << c.screen;
+    EXPECT_EQ(TakeSent(), std::vector<std::string>{c.sent});
   }
 }
 
 TEST_F(ItemPickerTest, EveryKeystrokeSearches) {
-  PaneForm& form = Open("ek_YK_RKMX");
+  PaneForm& form = Open();
   form.picker.PM.SetFocus();
   Type(form, "am");
   EXPECT_EQ(TakeSent(), (std::vector<std::string>{"exec Get_YP_JCTestYK '1','PYDM','a%','0','1','西药库'",
@@ -87,7 +96,7 @@ TEST_F(ItemPickerTest, EveryKeystrokeSearches) {
 }
 
 TEST_F(ItemPickerTest, TheStockFilterWaitsForTheNextSearch) {
-  PaneForm& form = Open("ek_YK_RKMX");
+  PaneForm& form = Open();
   form.picker.PM.SetFocus();
   form.picker.SearchStart();
   Press(form, key::kF2);
@@ -97,19 +106,19 @@ TEST_F(ItemPickerTest, TheStockFilterWaitsForTheNextSearch) {
   EXPECT_EQ(Codes(form), "100002");
 }
 
-TEST_F(ItemPickerTest, F2TogglesOnSomeScreensOnly) {
-  const std::string inert = "ek_KSLY Frm_YPBS Frm_YPCGJHDJ Frm_TJJCLR ek_YPPDD";
-  for (const PickerSettings& settings : AllPickerSettings()) {
-    if (settings.columns.empty()) continue;
-    PaneForm& form = Open(settings.screen);
-    form.after.SetFocus();
+TEST_F(ItemPickerTest, F2AndEnterAreLeftAloneWhereAScreenSaysSo) {
+  for (const PickerSettings* settings : {&kUsual, &kWithoutKeys}) {
+    PaneForm& form = Open(*settings);
+    form.picker.SFLB.SetFocus();
     Press(form, key::kF2);
-    EXPECT_EQ(form.picker.KCXS.Checked(), inert.find(settings.screen) == std::string::npos) << settings.screen;
+    Press(form, key::kEnter);
+    EXPECT_EQ(form.picker.KCXS.Checked(), settings == &kUsual);
+    EXPECT_EQ(form.ActiveControl() == &form.picker.CXFS, settings == &kUsual);
   }
 }
 
 TEST_F(ItemPickerTest, KeysReachTheFieldsOfThePane) {
-  PaneForm& form = Open("ek_YK_RKMX");
+  PaneForm& form = Open();
   const std::vector<std::pair<int, Control*>> keys = {
       {key::kF3, &form.picker.PM}, {key::kF4, &form.picker.SFLB}, {key::kF5, &form.picker.CXFS}};
   for (const auto& [code, field] : keys) {
@@ -121,7 +130,7 @@ TEST_F(ItemPickerTest, KeysReachTheFieldsOfThePane) {
 }
 
 TEST_F(ItemPickerTest, EnterGoesFromTheTextToTheListAndTakesTheMatch) {
-  PaneForm& form = Open("ek_YK_RKMX");
+  PaneForm& form = Open();
   form.picker.PM.SetFocus();
   Type(form, "t");
   Press(form, key::kEnter);
@@ -136,7 +145,7 @@ TEST_F(ItemPickerTest, EnterGoesFromTheTextToTheListAndTakesTheMatch) {
 }
 
 TEST_F(ItemPickerTest, EnterOnAnEmptyListTakesNothing) {
-  PaneForm& form = Open("ek_YK_RKMX");
+  PaneForm& form = Open();
   form.picker.PM.SetFocus();
   Type(form, "q");
   Press(form, key::kEnter);
@@ -146,35 +155,32 @@ TEST_F(ItemPickerTest, EnterOnAnEmptyListTakesNothing) {
 }
 
 TEST_F(ItemPickerTest, TheSearchModeIsTheOperators) {
-  EXPECT_EQ(Open("ek_YK_RKMX").picker.CXFS.Text(), "拼音码");
+  EXPECT_EQ(Open().picker.CXFS.Text(), "拼音码");
   app.SearchType = "编码";
-  EXPECT_EQ(Open("ek_YK_RKMX").picker.CXFS.Text(), "编码");
+  EXPECT_EQ(Open().picker.CXFS.Text(), "编码");
 }
 
 TEST_F(ItemPickerTest, ColumnsShowTheirFieldsInTheScreensPictures) {
-  const std::vector<std::pair<const char*, const char*>> rows = {
-      {"ek_YK_RKMX", "100001|阿莫西林胶囊|0.25g*10粒|盒|望川制药|0|15.500|12.000000|10|粒|1.55|13"},
-      {"Frm_YKTY", "100001|阿莫西林胶囊|0.25g*10粒|盒|望川制药|0|15.5000|￥12.000|10|粒|1.55|13"},
-      {"ek_KSLY", "100001|阿莫西林胶囊|0.25g*10粒|盒|望川制药|0|15.50|12|10|粒|1.550"},
-      {"Frm_YPCGJHDJ", "100001|阿莫西林胶囊|0.25g*10粒|盒|望川制药|0|15.50|12|10|粒"},
-      {"Frm_YPPFLR", "100001|阿莫西林胶囊|0.25g*10粒|盒|望川制药|0|13.000|10|12"},
-      {"ek_YPPDD", "100001|阿莫西林胶囊||0.25g*10粒|盒|望川制药|0|15.50|12|10|粒|1.55"},
+  const std::vector<std::pair<const PickerSettings*, const char*>> rows = {
+      {&kUsual, "100001|阿莫西林胶囊|0.25g*10粒|盒|望川制药|0|15.500|￥12.0000|10|粒|1.55|13"},
+      {&kShort, "100001|阿莫西林胶囊|0.25g*10粒|盒|望川制药|0|15.5|12|10|粒|1.5500"},
+      {&kWholesale, "100001|阿莫西林胶囊|0.25g*10粒|盒|望川制药|0|13.000|10|12"},
   };
-  for (const auto& [screen, row] : rows) {
-    PaneForm& form = Open(screen);
+  for (const auto& [settings, row] : rows) {
+    PaneForm& form = Open(*settings);
     form.picker.PM.UserText("a");
     const Grid& list = form.picker.Results();
-    ASSERT_EQ(list.MaxRows(), 1) << screen;
+    ASSERT_EQ(list.MaxRows(), 1);
     std::vector<std::string> cells;
     for (int column = 1; column <= list.MaxCols(); ++column) cells.push_back(list.Text(1, column));
-    EXPECT_EQ(Join(cells, "|"), row) << screen;
+    EXPECT_EQ(Join(cells, "|"), row);
   }
 }
 
 TEST_F(ItemPickerTest, FailuresLeaveTheListAndAreTold) {
-  PaneForm& own = Open("ek_YK_RKMX");
+  PaneForm& own = Open();
   own.picker.PM.UserText("a");
-  PaneForm& gateway = Open("ek_YPPDD");
+  PaneForm& gateway = Open(kThroughGateway);
   gateway.picker.PM.UserText("a");
   Run("Drop Procedure Get_YP_JCTestYK");
 

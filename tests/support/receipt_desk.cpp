@@ -21,7 +21,7 @@ Form& ReceiptDesk::OpenScreen(std::shared_ptr<Connection> connection) {
   app_.KFMC = "西药库";
   app_.CurUser.GetUserName = "管理员";
   app_.CurUser.YPGL_YKJYLR = true;
-  Form& screen = TheReceipt(app_);
+  Form& screen = kReceipt.form(app_);
   screen.EnsureLoaded();
   return screen;
 }

@@ -44,7 +44,7 @@ class ReceiptTest : public StoreTest {
     form.UserClick(form.Field<Button>("Command1"));
   }
 
-  Form& form = TheReceipt(app);
+  Form& form = kReceipt.form(app);
   Grid& lines = form.Field<Grid>("fpSpread1");
 };
 

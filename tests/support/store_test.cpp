@@ -58,7 +58,7 @@ const std::filesystem::path& PreparedStore() {
 
 void GrantEverything(User_qx& user) {
   user.GetUserName = "管理员";
-  for (const OperatorRight& right : AllRights()) user.*(right.flag) = true;
+  for (const OperatorRight& right : kAllRights) user.*(right.flag) = true;
 }
 
 }  // namespace

@@ -34,7 +34,7 @@ class ReturnDesk {
     app_.Cn = std::move(connection);
     app_.KFMC = "西药库";
     app_.CurUser.GetUserName = "管理员";
-    screen_ = &TheReturnToSupplier(app_);
+    screen_ = &kReturnToSupplier.form(app_);
     screen_->EnsureLoaded();
   }
 

@@ -62,7 +62,7 @@ TEST_F(RoundTripsTest, AReturnToTheSupplierCostsAFewForItselfAndSevenForEachLine
   store->Execute(
       "Update YF_YPML Set YKKCL=1000 Where YPBM='100001' "
       "Insert Into YK_CurryPH(RKDH,YPBM,PH,SL,PFJ,PLJ,RKRQ) Values('0','100001','B',1000,1,1,'2026-02-01')");
-  Form& screen = TheReturnToSupplier(app);
+  Form& screen = kReturnToSupplier.form(app);
   screen.EnsureLoaded();
   const auto save = [&](int count) {
     screen.Field<ComboBox>("sGHDW").SetText("云泊医药有限公司");

@@ -127,7 +127,7 @@ TEST_P(SaveSweepTest, ReturnsToTheSupplierAreSavedWholeOrNotAtAll) {
   store->Execute(
       "Update YF_YPML Set YKKCL=1000 Where YPBM='100001' "
       "Insert Into YK_CurryPH(RKDH,YPBM,PH,SL,PFJ,PLJ,RKRQ) Values('0','100001','B',1000,1,1,'2026-02-01')");
-  Form& screen = TheReturnToSupplier(app);
+  Form& screen = kReturnToSupplier.form(app);
   screen.EnsureLoaded();
   auto& returned = screen.Field<Grid>("fpSpread1");
   const auto write = [&] {

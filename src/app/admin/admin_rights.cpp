@@ -12,7 +12,7 @@ namespace {
 
 bool HasEveryRight(const OpenedStore& store, const std::string& group) {
   const std::vector<std::string> given = RightsOf(store, group);
-  return std::ranges::all_of(AllRights(),
+  return std::ranges::all_of(kAllRights,
                              [&](const OperatorRight& right) { return std::ranges::count(given, right.key) > 0; });
 }
 
@@ -24,7 +24,7 @@ bool SomeoneHasEveryRight(const OpenedStore& store) {
 }  // namespace
 
 AdminRights::AdminRights(const OpenedStore& store) {
-  for (const OperatorRight& right : AllRights()) keys_.emplace_back(right.key);
+  for (const OperatorRight& right : kAllRights) keys_.emplace_back(right.key);
   Recordset rows = store.Run("Select MoudelKey,MoudelName From QX_Temp");
   for (; !rows.Eof(); rows.MoveNext()) names_[rows.Field("MoudelKey").Text()] = rows.Field("MoudelName").Text();
 }
