@@ -34,12 +34,13 @@ class EntryDialog : public Form {
   LineGrid& lines_;
 };
 
+/// The entry dialog of a document, on the document's own lines.
 template <class Dialog, class Document>
 Form& EntryOf(AppContext& app) {
   return app.forms.Get<Dialog>(app, app.forms.Get<Document>(app).fpSpread1);
 }
 
-/// The entry dialog of a document as a screen of the program, on the document's own lines.
+/// The same as a screen of the program.
 template <class Dialog, class Document>
 constexpr Screen EntryScreen() {
   return {Dialog::kName, EntryOf<Dialog, Document>,

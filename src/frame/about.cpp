@@ -61,11 +61,11 @@ void about::RepairOldPrices() {
     for (; !rs.Eof(); rs.MoveNext()) {
       const std::string code = rs.Field("ypbm").Text();
       Recordset drug;
-      OpenRs(app_, drug, "SELECT LSJ FROM YF_YPML WHERE YPBM=" + Quoted(code));
+      OpenRs(app_, drug, "SELECT LSJ FROM YF_YPML WHERE YPBM=" + Quoted(code, "编码"));
       if (drug.Eof()) continue;  // no longer in the catalogue: nothing to repair it from
       const std::string price = NumberText(drug.Field("LSJ").Number());
       CloseRs(drug);
-      if (!ExecSql(app_, "Update yk_yptj SET YLSJ=" + price + " Where ypbm=" + Quoted(code))) return;
+      if (!ExecSql(app_, "Update yk_yptj SET YLSJ=" + price + " Where ypbm=" + Quoted(code, "编码"))) return;
     }
     CloseRs(rs);
   });

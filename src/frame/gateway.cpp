@@ -91,16 +91,17 @@ bool ExecSql(AppContext& app, const Statement& statement) {
   return Run(app, statement);
 }
 
-bool GetField(AppContext& app, std::string_view table, std::string_view field, std::string_view value) {
+bool GetField(AppContext& app, std::string_view table, std::string_view field, std::string_view value,
+              ValueSource source) {
   std::string words = "Select top 1 ";
   words.append(field).append(" From ").append(table).append(" Where ").append(field).append("  Like");
-  const Recordset rs = OpenableConnection(app).Execute(std::move(words) + Quoted(value));
+  const Recordset rs = OpenableConnection(app).Execute(std::move(words) + Quoted(value, source));
   return rs.RecordCount() > 0;
 }
 
 std::string GetWarehouseStock(AppContext& app, std::string_view drug_code) {
   Recordset rs;
-  OpenRs(app, rs, "Select ykkcl From YF_YPML Where YPBM Like" + Quoted(drug_code));
+  OpenRs(app, rs, "Select ykkcl From YF_YPML Where YPBM Like" + Quoted(drug_code, "编码"));
   std::string stock = "0";
   if (rs.RecordCount() > 0) stock = rs.Field(0).Text();
   CloseRs(rs);
@@ -111,7 +112,7 @@ bool ExceedsWarehouseStock(AppContext& app, std::string_view drug_code, double q
   bool exceeds = false;
   Trapped(app, [&] {
     Recordset rs;
-    OpenRs(app, rs, "Select ykkcl from yf_ypml Where YPBM Like" + Quoted(drug_code));
+    OpenRs(app, rs, "Select ykkcl from yf_ypml Where YPBM Like" + Quoted(drug_code, "编码"));
     exceeds = quantity > rs.Field(0).Number();
   });
   return exceeds;

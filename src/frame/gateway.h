@@ -27,7 +27,8 @@ bool ExecSql(AppContext& app, std::string_view sql);
 bool ExecSql(AppContext& app, const Statement& statement);
 
 /// Whether a row of `table` has `value` in `field` (by LIKE). Has no trap: throws Failure.
-bool GetField(AppContext& app, std::string_view table, std::string_view field, std::string_view value);
+bool GetField(AppContext& app, std::string_view table, std::string_view field, std::string_view value,
+              ValueSource source = {});
 
 /// Storehouse stock of a drug in smallest units, as text; "0" when there is no such drug.
 std::string GetWarehouseStock(AppContext& app, std::string_view drug_code);

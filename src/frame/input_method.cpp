@@ -60,7 +60,7 @@ void SetIme::Com_set_Click() {
     app_.devices.ActivateKeyboardLayout(app_.IME);
     app_.SearchType = Combo1.Text();
     if (!ExecSql(app_, "Update UserDB set IME=" + Quoted(std::to_string(app_.IME)) + ",SearchType=" + Quoted(Combo1) +
-                           " Where UserName=" + Quoted(app_.CurUser.GetUserName))) {
+                           " Where UserName=" + Quoted(app_.CurUser.GetUserName, "操作员"))) {
       return;
     }
     set_handle_ = app_.IME;

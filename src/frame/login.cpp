@@ -98,7 +98,7 @@ void password::TakeOver(const Recordset& user, const std::string& name, const st
 /// Rights that no row names keep their value, also that of the operator before.
 void password::ReadRights() {
   Recordset rs =
-      app_.Cn->Execute("Select MoudelKey,QX from QX_Temp2 Where Groupname =" + Quoted(app_.CurUser.GetGroup));
+      app_.Cn->Execute("Select MoudelKey,QX from QX_Temp2 Where Groupname =" + Quoted(app_.CurUser.GetGroup, "用户组"));
   for (; !rs.Eof(); rs.MoveNext()) {
     const OperatorRight* right = FindRight(rs.Field("MoudelKey").TextOrEmpty());
     if (right) app_.CurUser.*right->flag = rs.Field("QX").Bool();

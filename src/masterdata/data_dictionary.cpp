@@ -109,7 +109,7 @@ void sjzd::ShowDictionary(int row) {
 bool sjzd::ReadEntries() {
   return Trapped(app_, [this] {
     Recordset rows;
-    OpenRs(app_, rows, "Select DMMC,id From CS Where ControlID Like" + Quoted(code_));
+    OpenRs(app_, rows, "Select DMMC,id From CS Where ControlID Like" + Quoted(code_, "字典代码"));
     fpSpread2.Fill(std::move(rows), {{"DMMC"}, {""}, {"id"}});
   });
 }
@@ -190,8 +190,8 @@ Statement sjzd::SaveStatement(int row) {
   const std::string pinyin = GetPYDM(app_, text);
   const ValueSource cell(kEntry, row);
   if (id.empty()) {
-    return " Insert into CS(Controlid,DM,DMMC) Values (" + Quoted(code_) + "," + Quoted(pinyin, cell) + "," +
-           Quoted(text, cell) + ")";
+    return " Insert into CS(Controlid,DM,DMMC) Values (" + Quoted(code_, "字典代码") + "," + Quoted(pinyin, cell) +
+           "," + Quoted(text, cell) + ")";
   }
   return "Update CS Set DMMC=" + Quoted(text, cell) + ",DM=" + Quoted(pinyin, cell) + " Where ID=" + Bare(id);
 }
@@ -267,8 +267,8 @@ void sjzd::Command6_Click() {
   const Box question{"你真的要删除字典【" + fpSpread1.Text(row, kDictionaryName) + "】吗？",
                      box::kQuestion + box::kYesNo, "询问"};
   if (app_.desktop.MsgBox(question) != Answer::kYes) return;
-  if (!ExecSql(app_, "Delete DAGL_ZD Where DM Like" + Quoted(code))) return;
-  const bool entries_gone = ExecSql(app_, "Delete CS Where ControlID Like" + Quoted(code));
+  if (!ExecSql(app_, "Delete DAGL_ZD Where DM Like" + Quoted(code, "字典代码"))) return;
+  const bool entries_gone = ExecSql(app_, "Delete CS Where ControlID Like" + Quoted(code, "字典代码"));
   GridDelRow(fpSpread1, row);
   ShowDictionary(fpSpread1.ActiveRow());
   if (entries_gone) app_.desktop.MsgBox({"删除成功", box::kInformation, "信息"});

@@ -73,7 +73,8 @@ void Frm_ZD::Command1_Click() {
 }
 
 void Frm_ZD::SaveNew() {
-  if (GetField(app_, "DAGL_ZD", "DM", ZDDM.Text())) return Refuse("该代码已存在，请输入其它代码。", ZDDM);
+  if (GetField(app_, "DAGL_ZD", "DM", ZDDM.Text(), ZDDM.Caption()))
+    return Refuse("该代码已存在，请输入其它代码。", ZDDM);
   if (!ExecSql(app_, "Insert into DAGL_ZD (DM,DMMC,ZD_TYPE,Moudelname,BZ) Values (" + Quoted(ZDDM) + "," +
                          Quoted(ZDMC) + "," + Quoted(Flag(Check1)) + "," + Quoted(ModuleOf(AppContext::kTitle)) + "," +
                          Quoted(BZ) + ")")) {
@@ -93,7 +94,7 @@ void Frm_ZD::SaveNew() {
 /// The entries keep the code under which they were entered, also when the dictionary gets another.
 void Frm_ZD::SaveChange() {
   if (!ExecSql(app_, "Update DAGL_ZD Set BZ=" + Quoted(BZ) + ",DMMC=" + Quoted(ZDMC) + ",DM=" + Quoted(ZDDM) +
-                         ",ZD_TYPE=" + Quoted(Flag(Check1)) + " Where DM Like" + Quoted(old_code_))) {
+                         ",ZD_TYPE=" + Quoted(Flag(Check1)) + " Where DM Like" + Quoted(old_code_, ZDDM.Caption()))) {
     return;
   }
   list_->ReloadList(ZDDM.Text());

@@ -91,7 +91,7 @@ void Frm_LinkZD::Command1_Click() {
   bool saved = false;
   for (int row = 1; row <= fpSpread1.MaxRows(); ++row) {
     if (fpSpread1.Text(row, kState) != kMarked) continue;
-    if (!ExecSql(app_, "Update ZD_LinkTable SET LinkZD=" + Quoted(fpSpread1.Text(row, kCode)) +
+    if (!ExecSql(app_, "Update ZD_LinkTable SET LinkZD=" + Quoted(fpSpread1.Text(row, kCode), {"字典代码", row}) +
                            " Where ID=" + Bare(fpSpread1.Text(row, kId)))) {
       return;
     }

@@ -96,7 +96,7 @@ void Frm_YPML::BuildTree() {
   TreeView1.Build(app_,
                   "select sItemName from eK_ChargeItem where ypbz=1 And SitemName in (Select sChargeItemName From "
                   "YFYK_LinkItem Where sInvItemName Like" +
-                      Quoted(app_.KFMC) + ")",
+                      Quoted(app_.KFMC, "库房") + ")",
                   {"key", ""}, {{kInjections, "keyZJ"}, {kNoInjections, "keyFZJ"}});
 }
 
@@ -119,8 +119,8 @@ Statement Frm_YPML::ListStatement(const std::string& node) const {
   const bool in_stock = picker.KCXS.Checked();
   const std::string select = "select * from YF_YPML WHERE ";
   const std::string order = " Order by Left(PYDM,1)";
-  const Statement of_storehouse =
-      "SFXM IN (Select sChargeItemName From YFYK_LinkItem Where sInvItemName Like" + Quoted(app_.KFMC) + ")" + order;
+  const Statement of_storehouse = "SFXM IN (Select sChargeItemName From YFYK_LinkItem Where sInvItemName Like" +
+                                  Quoted(app_.KFMC, "库房") + ")" + order;
   const std::string last_character = "Right(REPLACE(YPMC, ' ',''),1) ";
   if (node == kInjections) {
     return select + (in_stock ? " YKKCL>0 And  " : " ") + last_character + "Like'针' And " + of_storehouse;
@@ -129,7 +129,7 @@ Statement Frm_YPML::ListStatement(const std::string& node) const {
     return select + (in_stock ? "YKKCL>0 AND " : " ") + last_character + "<>'针' And " + of_storehouse;
   }
   if (node == ChargeItemTree::kAllItems) return select + (in_stock ? "YKKCL>0 AND  " : "") + of_storehouse;
-  return select + "SFXM LIKE" + Quoted(node) + (in_stock ? " AND YKKCL>0" : "") + order;
+  return select + "SFXM LIKE" + Quoted(node, "收费项目") + (in_stock ? " AND YKKCL>0" : "") + order;
 }
 
 void Frm_YPML::LoadData(const std::string& node) {
@@ -254,7 +254,7 @@ void Frm_YPML::Command3_Click() {
 
 bool Frm_YPML::HasStock(const std::string& code) {
   Recordset rows;
-  OpenRs(app_, rows, "Select KCL,YKKCL From YF_YPML Where YPBM Like" + Quoted(code));
+  OpenRs(app_, rows, "Select KCL,YKKCL From YF_YPML Where YPBM Like" + Quoted(code, "编码"));
   const bool stocked =
       rows.RecordCount() > 0 && (rows.Field("KCL").NumberOr(0) > 0 || rows.Field("YKKCL").NumberOr(0) > 0);
   CloseRs(rows);
@@ -267,7 +267,7 @@ void Frm_YPML::DeleteDrug(const std::string& code) {
     app_.desktop.MsgBox({"该药品项目还有库存，不能删除。", box::kWarning, "系统提示"});
     return;
   }
-  if (!ExecSql(app_, "Delete yf_ypml where ypbm like" + Quoted(code))) return;
+  if (!ExecSql(app_, "Delete yf_ypml where ypbm like" + Quoted(code, "编码"))) return;
   Del_Row(fpSpread1);
   app_.desktop.MsgBox({"删除成功！", box::kInformation, "提示"});
 }

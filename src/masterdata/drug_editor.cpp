@@ -119,7 +119,7 @@ void eK_YPJBXX::FillD_Form(const std::string& code) {
   filling_ = true;
   Trapped(app_, [&] {
     Recordset rows;
-    OpenRs(app_, rows, "select * from yf_ypMl where ypBm like" + Quoted(code));
+    OpenRs(app_, rows, "select * from yf_ypMl where ypBm like" + Quoted(code, "编码"));
     if (rows.RecordCount() > 0) {
       if (Mode == kChanging) GuardChange();
       ShowRow(rows);

@@ -87,7 +87,7 @@ void eK_YPJBXX::SaveNew() {
 }
 
 bool eK_YPJBXX::CodeExists(const std::string& code) {
-  if (!GetField(app_, "YF_YPML", "YPBM", code)) return false;
+  if (!GetField(app_, "YF_YPML", "YPBM", code, YPBM.Caption())) return false;
   app_.desktop.MsgBox({"编码【" + code + "】已存在,请重新输入！", box::kStop, "提示"});
   YPBM.SetFocus();
   YPBM.SelectAll();

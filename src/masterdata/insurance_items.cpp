@@ -109,7 +109,8 @@ Statement NHXMXZ::SearchStatement() const {
   const std::string text = CleanSearchText(PM.Text()) + "%";
   const std::string drugs = "Select " + Aliases(kDrugFields) + " from drug Where drug_sort Like";
   const std::string treatments = "Select " + Aliases(kTreatmentFields) + " From item Where item_sort Like";
-  return (SearchesDrugs() ? drugs : treatments) + Quoted(text) + " Or other_sort Like" + Quoted(text);
+  return (SearchesDrugs() ? drugs : treatments) + Quoted(text, PM.Caption()) + " Or other_sort Like" +
+         Quoted(text, PM.Caption());
 }
 
 void NHXMXZ::Search() {

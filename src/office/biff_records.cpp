@@ -24,11 +24,6 @@ BiffBytes& BiffBytes::LongText(std::string_view utf8) {
   return *this;
 }
 
-BiffBytes& BiffBytes::Zeros(std::size_t count) {
-  bytes_.append(count, '\0');
-  return *this;
-}
-
 void BiffStream::Record(std::uint16_t id, std::string_view body) {
   BiffBytes head;
   head.U16(id).U16(static_cast<unsigned>(body.size()));

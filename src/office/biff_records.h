@@ -24,7 +24,6 @@ class BiffBytes {
   /// A text with its count of UTF-16 units in one byte (at most 255) or in two.
   BiffBytes& ShortText(std::string_view utf8);
   BiffBytes& LongText(std::string_view utf8);
-  BiffBytes& Zeros(std::size_t count);
 
   const std::string& bytes() const { return bytes_; }
   void Clear() { bytes_.clear(); }

@@ -50,7 +50,7 @@ IssueLines ReadIssueLines(AppContext& app, const std::string& number) {
   OpenRs(app, rs,
          "Select A.PH,A.XQ,B.YPMC,B.GG,A.DW,A.CD,A.LSJ,A.SFSL,A.LSJ*A.SFSL AS 'LSJJE' From YPSLMX A Left join YF_YPML "
          "B ON A.YPBM=B.YPBM  Where SLDH Like" +
-             Quoted(number));
+             Quoted(number, "单号"));
   IssueLines lines;
   for (; !rs.Eof(); rs.MoveNext()) {
     const Value& amount = rs.Field("LSJJE");
@@ -151,7 +151,7 @@ constexpr GridNote kWholesaleNote{"MB/批发打印模板.xls", "药品批发单"
 void PrintCKD(AppContext& app, bool direct, const std::string& number) {
   Trapped(app, [&] {
     Recordset rs;
-    OpenRs(app, rs, "Select SLRQ,LYDW,YKQRR,YFQRR From YPSLD Where SLDH Like" + Quoted(number));
+    OpenRs(app, rs, "Select SLRQ,LYDW,YKQRR,YFQRR From YPSLD Where SLDH Like" + Quoted(number, "单号"));
     if (rs.RecordCount() == 0) {
       CloseRs(rs);
       app.desktop.MsgBox({"请选择您要打印的单据", box::kWarning, "系统提示"});

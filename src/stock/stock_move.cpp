@@ -20,10 +20,11 @@ void AddToBatch(AppContext& app, const StockMove& move, const MovedLine& line, c
   const std::string units = NumberText(line.SmallestUnits());
   if (found.RecordCount() < 1) {
     app.Cn->Execute(move.batch_insert + Statement(" YK_CurryPH(RKDH,YPBM,PH,XQ,SL,PFJ,PLJ,RKRQ)Values(") +
-                    Quoted(number) + "," + Quoted(line.YPBM, "编码") + "," + Quoted(line.PH, "批号") + "," + line.XQ +
-                    "," + units + "," + line.PFJ + "," + line.PLJ + "," + Quoted(FormatDate(now, "YYYY-MM-DD")) + ")");
+                    Quoted(number, "单号") + "," + Quoted(line.YPBM, "编码") + "," + Quoted(line.PH, "批号") + "," +
+                    line.XQ + "," + units + "," + line.PFJ + "," + line.PLJ + "," +
+                    Quoted(FormatDate(now, "YYYY-MM-DD")) + ")");
   } else {
-    app.Cn->Execute("Update YK_CurryPH SET SL=SL+" + units + " Where ID=" + found.Field("ID").Text());
+    app.Cn->Execute("Update YK_CurryPH SET SL=SL+" + units + " Where ID=" + Bare(found.Field("ID").Text()));
   }
 }
 

@@ -47,7 +47,7 @@ TEST_F(ReportWindowTest, TheBarPrintsExportsAndClosesAndHandsItsOtherButtonsOn) 
   form.bar.UserPress("print");
   ASSERT_EQ(printing.previewed.size(), 1U);
   EXPECT_EQ(printing.previewed[0].title, "阿莫西林胶囊历史列表");
-  EXPECT_EQ(printing.previewed[0].values[0].value, "2026-03-01 到 ");
+  EXPECT_EQ(printing.previewed[0].values[0].Value, "2026-03-01 到 ");
   desktop.files.push_back("list.xls");
   form.bar.UserPress("export");
   EXPECT_EQ(workbooks.saved.size(), 1U);

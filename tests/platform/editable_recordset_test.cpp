@@ -1,5 +1,6 @@
 #include "platform/editable_recordset.h"
 
+#include "platform/statement.h"
 #include "support/failure_of.h"
 #include "support/store_test.h"
 
@@ -14,7 +15,7 @@ class EditableRecordsetTest : public StoreTest {
     TakeSent();
   }
 
-  EditableRecordset Open() { return {app.Cn, "select * from YPGL_CDWF", {"YPGL_CDWF", "id"}}; }
+  EditableRecordset Open() { return {app.Cn, Statement("select * from YPGL_CDWF"), {"YPGL_CDWF", "id"}}; }
   std::string All() { return Query("select id,CDMC,PYDM,CDQC from YPGL_CDWF order by id"); }
 };
 
