@@ -2,9 +2,9 @@
 
 #include <benchmark/benchmark.h>
 
-#include <chrono>
-#include <ctime>
 #include <vector>
+
+#include "rounds.h"
 
 namespace luming::bench {
 
@@ -35,32 +35,16 @@ class Duel {
   void Report(double goal, int parts = 1, const char* plain = "plain SQLite");
 
  private:
-  /// Seconds.
-  struct Took {
-    double whole;
-    double processor;
-  };
-
-  static double ProcessorNow() {
-    timespec now{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
-    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
-  }
   template <class Work>
-  static Took Timed(Work work) {
-    const double processor = ProcessorNow();
-    const auto begin = std::chrono::steady_clock::now();
+  static Seconds Timed(Work work) {
+    const Seconds begin = Now();
     work();
-    const std::chrono::duration<double> whole = std::chrono::steady_clock::now() - begin;
-    return {whole.count(), ProcessorNow() - processor};
+    return Now() - begin;
   }
-  /// The time that one round in five stays under: what else the machine does only ever makes a round longer, by whole
-  /// slices of the scheduler.
-  static double Undisturbed(const std::vector<Took>& rounds, double Took::*time);
 
   benchmark::State& state_;
-  std::vector<Took> ours_;
-  std::vector<Took> plain_;
+  std::vector<Seconds> ours_;
+  std::vector<Seconds> plain_;
 };
 
 /// Settings of every benchmark that is a duel.

@@ -50,8 +50,8 @@ std::filesystem::path StoreCopy::File() const {
   return StorePath(Home(), kName);
 }
 
-std::shared_ptr<Connection> StoreCopy::Connect() const {
-  auto connection = std::make_shared<LocalConnection>(Home(), BenchClock());
+std::unique_ptr<Connection> StoreCopy::Connect() const {
+  auto connection = std::make_unique<LocalConnection>(Home(), BenchClock());
   connection->Open(kConnection);
   return connection;
 }

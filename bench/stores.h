@@ -22,7 +22,7 @@ class StoreCopy {
   StoreCopy();
   const std::filesystem::path& Home() const { return directory_.Path(); }
   std::filesystem::path File() const;
-  std::shared_ptr<Connection> Connect() const;
+  std::unique_ptr<Connection> Connect() const;
 
  private:
   TempDirectory directory_;

@@ -15,7 +15,35 @@ constexpr int kSampleRows = 100;
 constexpr int kWidestCharacters = 36;
 constexpr int kNarrowestCharacters = 4;
 
+constexpr int kPadding = 2 * metrics::kFrame;
+
 }  // namespace
+
+WidthLimit::WidthLimit(const QFont& font) : font_(font) {
+  const QFontMetricsF metrics(font);
+  for (std::size_t c = 0; c < ascii_.size(); ++c) {
+    ascii_[c] = metrics.horizontalAdvance(QChar(static_cast<char16_t>(c)));
+  }
+  ideograph_ = metrics.horizontalAdvance(QChar(u'国'));
+  other_ = ideograph_ * 5 / 4;
+}
+
+int WidthLimit::Of(std::string_view text) const {
+  double width = 0;
+  for (const char c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (byte < ascii_.size()) {
+      width += ascii_[byte];
+    } else if (byte >= 0xE3 && byte <= 0xE9) {  // begins an ideograph or a mark of its width
+      width += ideograph_;
+    } else if (byte >= 0xC0) {
+      width += other_;
+    }
+  }
+  return qRound(width);
+}
+
+GridColumns::GridColumns(QTableView& view) : view_(view), limit_(view.font()) {}
 
 void GridColumns::Restart(int columns) {
   columns_.assign(static_cast<std::size_t>(columns) + 1, {});
@@ -24,38 +52,56 @@ void GridColumns::Restart(int columns) {
 int GridColumns::HeadWidth(const std::string& caption) const {
   QFont font = view_.font();
   font.setBold(true);
-  return QFontMetrics(font).horizontalAdvance(ToQt(caption)) + 2 * metrics::kFrame;
+  return QFontMetrics(font).horizontalAdvance(ToQt(caption)) + kPadding;
 }
 
-int GridColumns::WidthOf(const Grid& grid, int col) const {
+int GridColumns::CaptionWidth(const Grid& grid, int col) {
+  Column& column = columns_[static_cast<std::size_t>(col)];
+  std::string caption = grid.Text(0, col);
+  if (column.caption_width == 0 || caption != column.caption) {
+    column.caption_width = HeadWidth(caption);
+    column.caption = std::move(caption);
+  }
+  return column.caption_width;
+}
+
+int GridColumns::SaidWidth(const Grid& grid, int col) const {
+  return grid.ColumnWidth(col) * QFontMetrics(view_.font()).averageCharWidth() + kPadding;
+}
+
+/// @param known the column is that wide already
+int GridColumns::ContentWidth(const Grid& grid, int col, int caption, int known) const {
   const QFontMetrics text(view_.font());
-  const int padding = 2 * metrics::kFrame;
-  const int caption = HeadWidth(grid.Text(0, col));
   const int character = text.averageCharWidth();
-  if (const int said = grid.ColumnWidth(col); said > 0) {
-    const int width = said * character + padding;
-    return grid.WidthIsOperators(col) ? width : std::max(width, caption);
-  }
-  int width = std::max(caption, kNarrowestCharacters * character + padding);
+  const int most = std::max(caption, kWidestCharacters * character);
+  int width = std::max({known, caption, kNarrowestCharacters * character + kPadding});
   const int rows = std::min(grid.MaxRows(), kSampleRows);
-  for (int row = 1; row <= rows; ++row) {
+  for (int row = 1; row <= rows && width < most; ++row) {
     if (grid.Span(row, col) != std::pair{1, 1}) continue;
-    width = std::max(width, text.horizontalAdvance(CellText(grid, row, col)) + padding);
+    if (limit_.Of(grid.Text(row, col)) + kPadding <= width) continue;
+    width = std::max(width, text.horizontalAdvance(CellText(grid, row, col)) + kPadding);
   }
-  return std::min(width, std::max(caption, kWidestCharacters * character));
+  return std::min(width, most);
 }
 
 void GridColumns::Measure(const Grid& grid) {
+  if (limit_.font() != view_.font()) {
+    limit_ = WidthLimit(view_.font());
+    for (Column& column : columns_) column.caption_width = 0;
+  }
   for (int col = 1; col < static_cast<int>(columns_.size()); ++col) {
     Column& column = columns_[static_cast<std::size_t>(col)];
     if (column.dragged || grid.ColumnHidden(col)) continue;
     if (grid.WidthIsOperators(col)) {
-      Dragged(col, WidthOf(grid, col));
+      Dragged(col, SaidWidth(grid, col));
       continue;
     }
-    column.needed = std::max(column.needed, WidthOf(grid, col));
+    const bool said = grid.ColumnWidth(col) > 0;
+    const int caption = CaptionWidth(grid, col);
+    const int width = said ? std::max(SaidWidth(grid, col), caption) : ContentWidth(grid, col, caption, column.needed);
+    column.needed = std::max(column.needed, width);
     const bool text = grid.MaxRows() == 0 || grid.CellAlign(1, col) == Align::kLeft;
-    column.grows = grid.ColumnWidth(col) == 0 && text;
+    column.grows = !said && text;
   }
   for (int col = 1; col < static_cast<int>(columns_.size()); ++col) MakeRoomForGroup(grid, col);
 }
@@ -90,7 +136,9 @@ std::vector<int> GridColumns::VisibleColumns(const Grid& grid) const {
 void GridColumns::Apply(const Grid& grid) {
   applying_ = true;
   for (int col = 1; col < static_cast<int>(columns_.size()); ++col) {
-    view_.setColumnHidden(col - 1, grid.ColumnHidden(col));
+    if (view_.isColumnHidden(col - 1) != grid.ColumnHidden(col)) {
+      view_.setColumnHidden(col - 1, grid.ColumnHidden(col));
+    }
   }
   const std::vector<int> visible = VisibleColumns(grid);
   const auto at = [this](int col) -> const Column& { return columns_[static_cast<std::size_t>(col)]; };
@@ -110,7 +158,9 @@ void GridColumns::Apply(const Grid& grid) {
       room -= extra;
       growing -= at(col).needed;
     }
-    view_.setColumnWidth(col - 1, at(col).needed + extra);
+    const int width = at(col).needed + extra;
+    // Said anew, even the same width makes the table measure all its heads.
+    if (view_.columnWidth(col - 1) != width) view_.setColumnWidth(col - 1, width);
   }
   applying_ = false;
 }

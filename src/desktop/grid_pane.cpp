@@ -141,11 +141,38 @@ class CellPainter final : public QStyledItemDelegate {
   GridPane& pane_;
 };
 
+/// The numbers of the rows. A header of Qt's own measures two hundred of them whenever rows have come or gone; the last
+/// number is as wide as any.
+class RowNumbers final : public QHeaderView {
+ public:
+  explicit RowNumbers(QWidget* parent) : QHeaderView(Qt::Vertical, parent) {}
+
+  QSize sizeHint() const override {
+    if (count() == 0) return QHeaderView::sizeHint();
+    if (count() != measured_) {
+      measured_ = count();
+      size_ = sectionSizeFromContents(measured_ - 1);
+    }
+    return size_;
+  }
+
+ protected:
+  void changeEvent(QEvent* event) override {
+    measured_ = 0;  // the look may be another
+    QHeaderView::changeEvent(event);
+  }
+
+ private:
+  mutable int measured_ = 0;
+  mutable QSize size_;
+};
+
 }  // namespace
 
 GridPane::GridPane(GridTable& table, QWidget* parent)
     : QTableView(parent), table_(table), heads_(new GridHeads(table, this)) {
   setHorizontalHeader(heads_);
+  setVerticalHeader(new RowNumbers(this));
   setModel(&table);
   setItemDelegate(new CellPainter(*this));
   setSelectionMode(NoSelection);

@@ -254,7 +254,42 @@ Datum Convert(const Datum& value, const SqlType& from, const SqlType& to, Overlo
   return to.IsDecimal() ? ToDecimal(value, to) : ToFloat(value);
 }
 
+namespace {
+
+/// The digits as one whole number, and how many stand behind the point. Nothing past 15 digits or with an exponent: up
+/// to there the quotient of both is the nearest double.
+struct ShortNumber {
+  std::int64_t digits;
+  int places;
+};
+
+std::optional<ShortNumber> ReadShortNumber(std::string_view text) {
+  constexpr std::size_t kMostDigits = 15;
+  if (text.size() > kMostDigits + 1) return std::nullopt;
+  ShortNumber number{0, -1};
+  int seen = 0;
+  for (const char c : text) {
+    if (c >= '0' && c <= '9') {
+      number.digits = number.digits * 10 + (c - '0');
+      ++seen;
+      if (number.places >= 0) ++number.places;
+    } else if (c == '.' && number.places < 0) {
+      number.places = 0;
+    } else {
+      return std::nullopt;
+    }
+  }
+  if (seen == 0 || seen > static_cast<int>(kMostDigits)) return std::nullopt;
+  return number;
+}
+
+}  // namespace
+
 Datum NumberLiteral(std::string_view digits) {
+  if (const auto number = ReadShortNumber(digits)) {
+    if (number->places < 0) return number->digits;
+    return static_cast<double>(number->digits) / PowerOfTen(number->places);
+  }
   std::int64_t whole = 0;
   auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), whole);
   if (error == std::errc() && end == digits.data() + digits.size()) return whole;
@@ -264,8 +299,11 @@ Datum NumberLiteral(std::string_view digits) {
 }
 
 SqlType NumberLiteralType(std::string_view digits) {
-  if (digits.find_first_of("eE") != std::string_view::npos) return SqlType::Float();
-  std::size_t point = digits.find('.');
+  std::size_t point = std::string_view::npos;
+  for (std::size_t i = 0; i < digits.size(); ++i) {
+    if (digits[i] == 'e' || digits[i] == 'E') return SqlType::Float();
+    if (digits[i] == '.') point = i;
+  }
   if (point == std::string_view::npos) {
     if (digits.size() < 10) return SqlType::Int();
     Datum value = NumberLiteral(digits);
@@ -274,17 +312,6 @@ SqlType NumberLiteralType(std::string_view digits) {
     return SqlType::Decimal(static_cast<int>(digits.size()), 0);
   }
   return SqlType::Decimal(static_cast<int>(digits.size()) - 1, static_cast<int>(digits.size() - point) - 1);
-}
-
-Value ToValue(Datum value, const SqlType& type) {
-  if (luming::localdb::IsNull(value)) return Value();
-  if (auto* text = std::get_if<std::string>(&value)) {
-    return type.IsDate() ? Value(FromCanonicalDate(*text)) : Value(std::move(*text));
-  }
-  if (type.kind == TypeKind::kBit) return Value(ToDouble(value) != 0);
-  auto* whole = std::get_if<std::int64_t>(&value);
-  if (whole && !type.IsDecimal() && type.kind != TypeKind::kFloat) return Value(*whole);
-  return Value(ToDouble(value));
 }
 
 }  // namespace luming::localdb

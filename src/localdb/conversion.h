@@ -43,9 +43,6 @@ DateTime FromCanonicalDate(std::string_view canonical);
 /// The text of a date by the style number of CONVERT; -1 is the default "Mar  1 2026  8:05AM".
 std::string StyledDate(const DateTime& moment, int style);
 
-/// A field as the client sees it.
-Value ToValue(Datum value, const SqlType& type);
-
 /// Nothing when the text, read as code page 936 counts it, fits the text type; else where it must be cut, in bytes.
 std::optional<std::size_t> CutPosition(std::string_view text, const SqlType& type);
 

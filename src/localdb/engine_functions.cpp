@@ -162,6 +162,13 @@ void LikeHigh(Call& call) {
   call.Give(std::string_view(std::string(PlainPrefix(call.Text(0))) + "\xf4\x8f\xbf\xbf"));
 }
 
+void Length(Call& call) {
+  const std::string_view text = call.Text(0);
+  const std::string_view counted = text.substr(0, text.find_last_not_of(' ') + 1);
+  const auto begins = [](char byte) { return (byte & 0xC0) != 0x80; };
+  call.Give(std::int64_t{std::count_if(counted.begin(), counted.end(), begins)});
+}
+
 void DataLength(Call& call) {
   call.Give(static_cast<std::int64_t>(AnsiLength(call.Text(0))));
 }
@@ -402,6 +409,7 @@ void RegisterFunctions(sqlite3* store, FunctionContext& context) {
   Register<Like>(store, context, "t_like");
   Register<LikeLow>(store, context, "t_like_low");
   Register<LikeHigh>(store, context, "t_like_high");
+  Register<Length>(store, context, "t_len");
   Register<DataLength>(store, context, "t_datalength");
   Register<RightText>(store, context, "t_right");
   Register<Substring>(store, context, "t_substring");

@@ -29,21 +29,41 @@ StatementHandle PrepareText(sqlite3* store, std::string_view sql, unsigned flags
   return statement;
 }
 
-std::string_view ColumnText(sqlite3_stmt* statement, int column) {
-  auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
-  return {text ? text : "", static_cast<std::size_t>(sqlite3_column_bytes(statement, column))};
+std::string_view TextOf(sqlite3_value* field) {
+  auto* text = reinterpret_cast<const char*>(sqlite3_value_text(field));
+  return {text ? text : "", static_cast<std::size_t>(sqlite3_value_bytes(field))};
 }
 
 Datum ColumnDatum(sqlite3_stmt* statement, int column) {
-  switch (sqlite3_column_type(statement, column)) {
+  sqlite3_value* field = sqlite3_column_value(statement, column);
+  switch (sqlite3_value_type(field)) {
     case SQLITE_INTEGER:
-      return std::int64_t{sqlite3_column_int64(statement, column)};
+      return std::int64_t{sqlite3_value_int64(field)};
     case SQLITE_FLOAT:
-      return sqlite3_column_double(statement, column);
+      return sqlite3_value_double(field);
     case SQLITE_NULL:
       return {};
     default:
-      return std::string(ColumnText(statement, column));
+      return std::string(TextOf(field));
+  }
+}
+
+/// Makes the cell, which is NULL, what the client sees of a field. Lists have many cells: each is made in its place.
+void Fetch(sqlite3_value* field, const SqlType& type, Value& cell) {
+  const int stored = sqlite3_value_type(field);
+  if (stored == SQLITE_NULL) return;
+  if (stored == SQLITE_TEXT) {
+    if (type.IsDate()) {
+      cell.Become<DateTime>(FromCanonicalDate(TextOf(field)));
+    } else {
+      cell.Become<std::string>(TextOf(field));
+    }
+  } else if (type.kind == TypeKind::kBit) {
+    cell.Become<bool>(sqlite3_value_double(field) != 0);
+  } else if (stored == SQLITE_INTEGER && !type.IsDecimal() && type.kind != TypeKind::kFloat) {
+    cell.Become<std::int64_t>(sqlite3_value_int64(field));
+  } else {
+    cell.Become<double>(sqlite3_value_double(field));
   }
 }
 
@@ -181,7 +201,8 @@ Datum Executor::ValueOf(const PlanParameter& parameter, const Bindings& bindings
       type = SqlType::Text();
     } else {
       value = NumberLiteral(literal.text);
-      type = NumberLiteralType(literal.text);
+      // A number becomes another number by its value alone.
+      type = parameter.converts && parameter.type.IsNumber() ? parameter.type : NumberLiteralType(literal.text);
     }
   }
   if (parameter.negative) {
@@ -242,7 +263,7 @@ Recordset Executor::Query(Plan& plan, const Bindings& bindings) {
   while (Step(statement)) {
     Value* cells = rows.AppendRow();
     for (std::size_t i = 0; i < plan.outputs.size(); ++i) {
-      cells[i] = ToValue(ColumnDatum(statement, static_cast<int>(i)), plan.outputs[i].type);
+      Fetch(sqlite3_column_value(statement, static_cast<int>(i)), plan.outputs[i].type, cells[i]);
     }
   }
   return rows;

@@ -1,53 +1,16 @@
 #include "localdb/lexer.h"
 
 #include <algorithm>
-#include <array>
 
+#include "localdb/char_class.h"
 #include "localdb/errors.h"
 #include "util/text.h"
 
 namespace luming::localdb {
 namespace {
 
-enum CharClass : std::uint8_t { kOther, kBlank, kLetter, kDigit, kOperator };
-
-constexpr std::array<CharClass, 256> MakeClasses() {
-  std::array<CharClass, 256> classes{};
-  for (std::size_t c = 0; c < 256; ++c) {
-    bool letter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == '#' || c >= 0x80;
-    if (letter) classes[c] = kLetter;
-    if (c >= '0' && c <= '9') classes[c] = kDigit;
-    if (c == ' ' || (c >= '\t' && c <= '\r')) classes[c] = kBlank;
-  }
-  for (char c : std::string_view("(),.;+-*/%=<>!&|^~:")) classes[static_cast<std::size_t>(c)] = kOperator;
-  return classes;
-}
-
 // So much of an unfinished text is shown in an error.
 constexpr std::size_t kShownText = 60;
-
-constexpr auto kClasses = MakeClasses();
-
-constexpr std::array<bool, 256> MakeNameCharacters() {
-  std::array<bool, 256> continues{};
-  for (std::size_t c = 0; c < 256; ++c) {
-    continues[c] = kClasses[c] == kLetter || kClasses[c] == kDigit || c == '@' || c == '$';
-  }
-  return continues;
-}
-
-constexpr auto kNameCharacters = MakeNameCharacters();
-
-// No token holds these, so nothing but a literal leaves them in a key.
-constexpr char kNumberMark = '\1';
-constexpr char kStringMark = '\2';
-
-CharClass ClassOf(char c) {
-  return kClasses[static_cast<unsigned char>(c)];
-}
-bool ContinuesName(char c) {
-  return kNameCharacters[static_cast<unsigned char>(c)];
-}
 
 }  // namespace
 
@@ -67,13 +30,16 @@ std::string_view LexedText::Slice(std::size_t first, std::size_t last) const {
   return text_.substr(begin, end.begin + end.size - begin);
 }
 
-void LexedText::Lex(std::string_view text) {
+std::size_t LexedText::Start(std::string_view text) {
   text_ = text;
   tokens_.clear();
   literals_.clear();
   key_.clear();
-  in_key_ = 0;
-  std::size_t at = SkipBlanksAndComments(0);
+  return in_key_ = SkipBlanksAndComments(0);
+}
+
+void LexedText::Lex(std::string_view text) {
+  std::size_t at = Start(text);
   while (at < text_.size()) {
     at = LexToken(at);
     // Most tokens follow each other closely.
@@ -131,15 +97,19 @@ std::size_t LexedText::LexToken(std::size_t at) {
 
 std::size_t LexedText::LexString(std::size_t at, std::size_t quote) {
   bool has_quotes = false;
-  std::size_t end = quote + 1;
-  for (;; end += 2) {
+  const std::size_t end = EndOfString(quote, has_quotes);
+  if (end == std::string_view::npos) throw SqlError(native::kOpenQuote, Left(text_.substr(quote + 1), kShownText));
+  AppendLiteral(TokenKind::kString, at, end, {text_.substr(quote + 1, end - quote - 2), true, has_quotes});
+  return end;
+}
+
+std::size_t LexedText::EndOfString(std::size_t quote, bool& has_quotes) const {
+  for (std::size_t end = quote + 1;; end += 2) {
     end = text_.find('\'', end);
-    if (end == std::string_view::npos) throw SqlError(native::kOpenQuote, Left(text_.substr(quote + 1), kShownText));
-    if (end + 1 >= text_.size() || text_[end + 1] != '\'') break;
+    if (end == std::string_view::npos) return end;
+    if (end + 1 >= text_.size() || text_[end + 1] != '\'') return end + 1;
     has_quotes = true;
   }
-  AppendLiteral(TokenKind::kString, at, end + 1, {text_.substr(quote + 1, end - quote - 1), true, has_quotes});
-  return end + 1;
 }
 
 std::size_t LexedText::LexQuotedName(std::size_t at, char close) {
@@ -151,6 +121,12 @@ std::size_t LexedText::LexQuotedName(std::size_t at, char close) {
 }
 
 std::size_t LexedText::LexNumber(std::size_t at) {
+  const std::size_t end = EndOfNumber(at);
+  AppendLiteral(TokenKind::kNumber, at, end, {text_.substr(at, end - at), false, false});
+  return end;
+}
+
+std::size_t LexedText::EndOfNumber(std::size_t at) const {
   std::size_t end = at;
   auto digits = [&] {
     while (end < text_.size() && ClassOf(text_[end]) == kDigit) ++end;
@@ -168,7 +144,6 @@ std::size_t LexedText::LexNumber(std::size_t at) {
       digits();
     }
   }
-  AppendLiteral(TokenKind::kNumber, at, end, {text_.substr(at, end - at), false, false});
   return end;
 }
 

@@ -41,11 +41,14 @@ class LexedText {
   /// Throws SqlError 102 at a character that belongs to no token, 105 at a quote without its end. May be called again:
   /// the buffers are kept.
   void Lex(std::string_view text);
+  /// Finds literals and key alone, which is all that a statement seen before needs, at a fraction of the time; the
+  /// tokens are not to be asked for. The key is empty where the text needs a closer look.
+  void Skim(std::string_view text);
 
   std::string_view text() const { return text_; }
   const std::vector<Token>& tokens() const { return tokens_; }  ///< the last one is kEnd
   const std::vector<Literal>& literals() const { return literals_; }
-  std::string_view key() const { return key_; }
+  std::string_view key() const { return key_; }  ///< of the whole text, without what stands ahead of its first token
 
   std::string_view TextOf(const Token& token) const { return text_.substr(token.begin, token.size); }
   /// The key of the tokens from `first` up to but not including `last`.
@@ -54,12 +57,18 @@ class LexedText {
   std::string_view Slice(std::size_t first, std::size_t last) const;
 
  private:
+  std::size_t Start(std::string_view text);
   std::size_t SkipBlanksAndComments(std::size_t at) const;
   std::size_t EndOfComment(std::size_t at) const;
   std::size_t LexToken(std::size_t at);
+  std::size_t SkipToLiteral(std::size_t at) const;
+  std::size_t SkimLiteral(std::size_t at);
   std::size_t LexString(std::size_t at, std::size_t quote);
   std::size_t LexQuotedName(std::size_t at, char close);
+  /// Behind the closing quote; npos without one.
+  std::size_t EndOfString(std::size_t quote, bool& has_quotes) const;
   std::size_t LexNumber(std::size_t at);
+  std::size_t EndOfNumber(std::size_t at) const;
   std::size_t LexSymbol(std::size_t at);
   void Append(TokenKind kind, std::size_t begin, std::size_t end);
   void AppendLiteral(TokenKind kind, std::size_t begin, std::size_t end, const Literal& literal);

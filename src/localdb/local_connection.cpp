@@ -65,11 +65,12 @@ Recordset LocalConnection::Run(std::string_view sql, localdb::ResultListener* li
   localdb::Session& session = RequireOpen();
   session.transaction.RequireAlive();
   if (session.rolled_back) session.RefreshCatalogue();
-  lexed_->Lex(sql);
+  lexed_->Skim(sql);
   localdb::Interpreter interpreter(session, listener);
   localdb::Bindings bindings{*lexed_, 0, session.frame};
-  localdb::Plan* plan = session.plans.Find(lexed_->KeyOf(0, lexed_->tokens().size() - 1), bindings);
+  localdb::Plan* plan = session.plans.Find(lexed_->key(), bindings);
   if (plan) return Chained(interpreter.RunPlan(*plan, bindings));
+  lexed_->Lex(sql);
   auto statements = localdb::Parser(*lexed_).ParseBatch();
   return Chained(interpreter.RunBatch(statements, *lexed_));
 }

@@ -9,8 +9,13 @@
 
 namespace luming::localdb {
 
-/// What a LIKE pattern is, which decides how it is looked for: as a key, as a range of an index, or row by row.
-enum class LikeClass : std::uint8_t { kPlain, kPrefix, kGeneral };
+/// What a LIKE pattern is, which decides how it is looked for.
+enum class LikeClass : std::uint8_t {
+  kPlain,    ///< no wildcard: a key
+  kStart,    ///< text and one % behind it: a range of an index
+  kPrefix,   ///< text and more than that behind it: a range, of which each row is tested
+  kGeneral,  ///< row by row
+};
 
 /// A value that is bound each time the plan runs.
 struct PlanParameter {

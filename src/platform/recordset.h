@@ -56,7 +56,7 @@ class Recordset {
   void SetNext(std::unique_ptr<Recordset> next);
 
  private:
-  static constexpr std::size_t kBlockRows = 512;
+  static constexpr std::size_t kBlockRows = 64;
 
   void DemandOpen() const;
   void DemandCell(std::size_t column) const;

@@ -44,6 +44,11 @@ class Value {
   const Data& data() const { return data_; }
   /// Moves a text out without a copy; any other value gives TextOrEmpty().
   std::string TakeText();
+  /// For adapters: makes the value one of the kind T in its place, out of what T is made of.
+  template <class T, class... Parts>
+  void Become(Parts&&... parts) {
+    data_.template emplace<T>(std::forward<Parts>(parts)...);
+  }
 
  private:
   Data data_;

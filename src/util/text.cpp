@@ -45,6 +45,13 @@ bool EightAscii(std::string_view text, std::size_t position) {
   return (bytes & 0x8080808080808080U) == 0;
 }
 
+/// Begins there a character of three bytes, of those that ideographs lie among? Any continuation of their lead is good.
+bool IsCommonIdeograph(std::string_view text, std::size_t position) {
+  const auto continues = [&](std::size_t i) { return (ByteAt(text, position + i) & 0xC0) == 0x80; };
+  const unsigned char lead = ByteAt(text, position);
+  return lead > 0xE0 && lead < 0xED && text.size() - position >= 3 && continues(1) && continues(2);
+}
+
 /// The byte offset behind the character at `position`; a bad byte is a character of its own.
 std::size_t Next(std::string_view text, std::size_t position) {
   return position + std::max<std::size_t>(1, Decode(text, position).length);
@@ -156,6 +163,10 @@ bool IsValidUtf8(std::string_view bytes) {
   for (std::size_t position = 0; position < bytes.size();) {
     if (EightAscii(bytes, position)) {
       position += 8;
+      continue;
+    }
+    if (IsCommonIdeograph(bytes, position)) {
+      position += 3;
       continue;
     }
     const std::size_t length = Decode(bytes, position).length;

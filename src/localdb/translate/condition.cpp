@@ -13,7 +13,10 @@ std::string Negated(bool negated, std::string condition) {
 LikeClass ClassifyPattern(std::string_view pattern) {
   std::size_t wildcard = pattern.find_first_of("%_[");
   if (wildcard == std::string_view::npos) return pattern.ends_with(' ') ? LikeClass::kGeneral : LikeClass::kPlain;
-  return wildcard > 0 ? LikeClass::kPrefix : LikeClass::kGeneral;
+  if (wildcard == 0) return LikeClass::kGeneral;
+  // A blank before the % must be there, but counts for nothing at the end of a key.
+  const bool start = wildcard + 1 == pattern.size() && pattern.back() == '%' && pattern[wildcard - 1] != ' ';
+  return start ? LikeClass::kStart : LikeClass::kPrefix;
 }
 
 std::string Translator::TranslateCondition(const Expr& expr, const Scope& scope) {
@@ -50,7 +53,9 @@ std::string Translator::TranslateCompare(const Expr& expr, const Scope& scope) {
   Fragment left = Translate(*expr.args[0], scope);
   Fragment right = Translate(*expr.args[1], scope);
   std::string_view collation = MakeComparable(left, right);
-  return "(" + left.sql + " " + expr.name + " " + right.sql + std::string(collation) + ")";
+  // The engine works out once what is the same for all rows, but not a bare comparison.
+  std::string_view once = left.parameter >= 0 && right.parameter >= 0 ? "+" : "";
+  return std::string(once) + "(" + left.sql + " " + expr.name + " " + right.sql + std::string(collation) + ")";
 }
 
 std::string Translator::TranslateIn(const Expr& expr, const Scope& scope) {
@@ -109,8 +114,8 @@ LikeClass Translator::ClassOfPattern(const Expr& pattern) {
   return guard.like;
 }
 
-// A pattern without wildcards is a comparison, one that begins with text a range of the index; what the range lets
-// through is tested as any other pattern.
+// A pattern without wildcards is a comparison, one that begins with text a range of the index; where more than a %
+// follows, what the range lets through is tested as any other pattern.
 std::string Translator::TranslateLike(const Expr& expr, const Scope& scope) {
   Fragment value = Translate(*expr.args[0], scope);
   if (!value.type.IsText()) Coerce(value, SqlType::Text(), Purpose::kCompare);
@@ -124,9 +129,10 @@ std::string Translator::TranslateLike(const Expr& expr, const Scope& scope) {
   }
   std::string test = "t_like(" + pattern.sql + ", " + value.sql;
   test += escapes ? ", " + Translate(*expr.args[2], scope).sql + ")" : ")";
-  if (like == LikeClass::kPrefix && value.column && !expr.flag) {
-    test = "(" + value.sql + " >= t_like_low(" + pattern.sql + ") AND " + value.sql + " <= t_like_high(" + pattern.sql +
-           ") AND " + test + ")";
+  if ((like == LikeClass::kPrefix || like == LikeClass::kStart) && value.column && !expr.flag) {
+    std::string range =
+        value.sql + " >= t_like_low(" + pattern.sql + ") AND " + value.sql + " <= t_like_high(" + pattern.sql + ")";
+    test = "(" + range + (like == LikeClass::kStart ? "" : " AND " + test) + ")";
   }
   return Negated(expr.flag, test);
 }

@@ -22,7 +22,7 @@ struct FunctionEntry {
 };
 
 constexpr std::array kFunctions = {
-    FunctionEntry{"LEN", 1, 1, Result::kInt, "length(rtrim(?1, ' '))", "t"},
+    FunctionEntry{"LEN", 1, 1, Result::kInt, "t_len", "t"},
     FunctionEntry{"DATALENGTH", 1, 1, Result::kInt, "t_datalength", "t"},
     FunctionEntry{"LEFT", 2, 2, Result::kText, "substr(?1, 1, max(?2, 0))", "ti"},
     FunctionEntry{"RIGHT", 2, 2, Result::kText, "t_right", "ti"},
