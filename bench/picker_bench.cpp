@@ -6,7 +6,7 @@
 #include "plain_store.h"
 #include "screen/grid.h"
 #include "stores.h"
-#include "support/receipt_desk.h"
+#include "support/document_desk.h"
 #include "util/text.h"
 
 namespace luming::bench {

@@ -3,7 +3,7 @@
 #include "duel.h"
 #include "plain_store.h"
 #include "stores.h"
-#include "support/receipt_desk.h"
+#include "support/document_desk.h"
 
 namespace luming::bench {
 

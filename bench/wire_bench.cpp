@@ -5,7 +5,7 @@
 #include "platform/tracing_connection.h"
 #include "sqlserver/server_connection.h"
 #include "stores.h"
-#include "support/receipt_desk.h"
+#include "support/document_desk.h"
 #include "tds_server/tds_server.h"
 
 namespace luming::bench {

@@ -8,7 +8,7 @@
 #include <string>
 
 #include "localdb/local_connection.h"
-#include "support/receipt_desk.h"
+#include "support/document_desk.h"
 
 using namespace luming;
 

@@ -8,10 +8,7 @@
 
 #include "app/composition.h"
 #include "documents/screens.h"
-#include "screen/button.h"
-#include "screen/combo_box.h"
-#include "screen/grid.h"
-#include "support/receipt_desk.h"
+#include "support/document_desk.h"
 
 using namespace luming;
 
@@ -20,58 +17,23 @@ namespace {
 constexpr int kLines = 3;
 constexpr const char* kBatch = "共用批";
 
-/// The screen of returns to the supplier, with an operator who agrees to everything.
-class ReturnDesk {
- public:
-  ReturnDesk(const std::filesystem::path& home, std::shared_ptr<Connection> connection, const Clock& clock)
-      : app_({desktop_, devices_, printing_, workbooks_, clock}, home, {}, commands_), handler_(app_.forms) {
-    desktop_.pump = [this] {
-      const Box* box = desktop_.OpenBox();
-      if (!box) throw HeadlessStuck{};
-      last_box_ = box->text;
-      desktop_.AnswerBox((box->style & box::kYesNo) != 0 ? Answer::kYes : Answer::kOk);
-    };
-    app_.Cn = std::move(connection);
-    app_.KFMC = "西药库";
-    app_.CurUser.GetUserName = "管理员";
-    screen_ = &kReturnToSupplier.form(app_);
-    screen_->EnsureLoaded();
+void WriteReturn(DocumentDesk& desk, const std::vector<ReceiptDesk::Line>& lines) {
+  desk.Choose("sGHDW", "云泊医药有限公司");
+  desk.Choose("sFHR", "吕静仪");
+  Grid& grid = desk.Lines();
+  grid.SetMaxRows(static_cast<int>(lines.size()));
+  int row = 0;
+  for (const ReceiptDesk::Line& line : lines) {
+    ++row;
+    const auto put = [&](int column, const std::string& text) { grid.SetText(row, column, text); };
+    put(supplier_return::kCode, line[0]);
+    put(supplier_return::kName, line[1]);
+    put(supplier_return::kQuantity, "1.5");
+    put(supplier_return::kPurchasePrice, "3.25");
+    put(supplier_return::kBatch, kBatch);
+    put(supplier_return::kRatio, "1");
   }
-
-  void Write(const std::vector<ReceiptDesk::Line>& lines) {
-    screen_->Field<ComboBox>("sGHDW").SetText("云泊医药有限公司");
-    screen_->Field<ComboBox>("sFHR").SetText("吕静仪");
-    auto& returned = screen_->Field<Grid>("fpSpread1");
-    returned.SetMaxRows(static_cast<int>(lines.size()));
-    int row = 0;
-    for (const ReceiptDesk::Line& line : lines) {
-      ++row;
-      const auto put = [&](int column, const std::string& text) { returned.SetText(row, column, text); };
-      put(supplier_return::kCode, line[0]);
-      put(supplier_return::kName, line[1]);
-      put(supplier_return::kQuantity, "1.5");
-      put(supplier_return::kPurchasePrice, "3.25");
-      put(supplier_return::kBatch, kBatch);
-      put(supplier_return::kRatio, "1");
-    }
-  }
-  bool Save() {
-    screen_->UserClick(screen_->Field<Button>("Command1"));
-    return screen_->Field<Grid>("fpSpread1").MaxRows() == 0;
-  }
-  const std::string& last_box() const { return last_box_; }
-
- private:
-  HeadlessDesktop desktop_;
-  FakeDevices devices_;
-  FakePrinting printing_;
-  FakeWorkbooks workbooks_;
-  CommandTable commands_;
-  AppContext app_;
-  Forms::HandlerScope handler_;
-  Form* screen_ = nullptr;
-  std::string last_box_;
-};
+}
 
 /// Tries until the document is saved.
 template <class Save>
@@ -92,14 +54,14 @@ void Work(const std::filesystem::path& home, const char* address, int documents)
   std::shared_ptr<Connection> connection = NewConnection(home, clock);
   connection->Open(address);
   ReceiptDesk receipts(home, connection, clock);
-  ReturnDesk returns(home, connection, clock);
+  DocumentDesk returns(kReturnToSupplier, home, connection, clock);
   const std::vector<ReceiptDesk::Line> lines = receipts.LinesOf(0, kLines, kBatch);
   for (int i = 0; i < documents; ++i) {
     if (i % 2 == 0) {
       receipts.Write(lines, "1");
       Persist("receipt", [&] { return receipts.Save(); });
     } else {
-      returns.Write(lines);
+      WriteReturn(returns, lines);
       Persist("return", [&] { return returns.Save(); });
     }
   }

@@ -1,17 +1,18 @@
-#include "support/receipt_desk.h"
+#include "support/document_desk.h"
 
 #include "documents/screens.h"
+#include "frame/user_rights.h"
 #include "screen/button.h"
-#include "screen/combo_box.h"
 
 namespace luming {
 
-ReceiptDesk::ReceiptDesk(const std::filesystem::path& home, std::shared_ptr<Connection> connection, const Clock& clock)
+DocumentDesk::DocumentDesk(const Screen& screen, const std::filesystem::path& home,
+                           std::shared_ptr<Connection> connection, const Clock& clock)
     : app_({desktop_, devices_, printing_, workbooks_, clock}, home, {}, commands_),
       handler_(app_.forms),
-      screen_(OpenScreen(std::move(connection))) {}
+      screen_(OpenScreen(screen, std::move(connection))) {}
 
-Form& ReceiptDesk::OpenScreen(std::shared_ptr<Connection> connection) {
+Form& DocumentDesk::OpenScreen(const Screen& screen, std::shared_ptr<Connection> connection) {
   desktop_.pump = [this] {
     const Box* box = desktop_.OpenBox();
     if (!box) throw HeadlessStuck{};
@@ -20,11 +21,19 @@ Form& ReceiptDesk::OpenScreen(std::shared_ptr<Connection> connection) {
   app_.Cn = std::move(connection);
   app_.KFMC = "西药库";
   app_.CurUser.GetUserName = "管理员";
-  app_.CurUser.YPGL_YKJYLR = true;
-  Form& screen = kReceipt.form(app_);
-  screen.EnsureLoaded();
-  return screen;
+  for (const OperatorRight& right : kAllRights) app_.CurUser.*right.flag = true;
+  Form& form = screen.form(app_);
+  form.EnsureLoaded();
+  return form;
 }
+
+bool DocumentDesk::Save() {
+  screen_.UserClick(screen_.Field<Button>("Command1"));
+  return Lines().MaxRows() == 0;
+}
+
+ReceiptDesk::ReceiptDesk(const std::filesystem::path& home, std::shared_ptr<Connection> connection, const Clock& clock)
+    : DocumentDesk(kReceipt, home, std::move(connection), clock) {}
 
 std::vector<ReceiptDesk::Line> ReceiptDesk::LinesOf(int first, int count, const std::string& batch) {
   if (drugs_.empty()) {
@@ -47,23 +56,19 @@ std::vector<ReceiptDesk::Line> ReceiptDesk::LinesOf(int first, int count, const 
 }
 
 void ReceiptDesk::Write(const std::vector<Line>& lines, const std::string& invoice) {
-  screen_.Field<ComboBox>("sGHDW").SetText("云泊医药有限公司");
-  screen_.Field<ComboBox>("sYSR").SetText("方立群");
-  screen_.Field<ComboBox>("sFHR").SetText("吕静仪");
+  Choose("sGHDW", "云泊医药有限公司");
+  Choose("sYSR", "方立群");
+  Choose("sFHR", "吕静仪");
   screen_.Field<TextBox>("sFPH").SetText(invoice);
-  lines_.SetMaxRows(static_cast<int>(lines.size()));
+  Grid& grid = Lines();
+  grid.SetMaxRows(static_cast<int>(lines.size()));
   int row = 0;
   for (const Line& line : lines) {
     ++row;
     for (std::size_t column = 0; column < kColumns; ++column) {
-      lines_.SetText(row, static_cast<int>(column) + 1, line[column]);
+      grid.SetText(row, static_cast<int>(column) + 1, line[column]);
     }
   }
-}
-
-bool ReceiptDesk::Save() {
-  screen_.UserClick(screen_.Field<Button>("Command1"));
-  return lines_.MaxRows() == 0;
 }
 
 }  // namespace luming
