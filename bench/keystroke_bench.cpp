@@ -9,10 +9,13 @@
 
 #include "app/command_table.h"
 #include "desktop/qt_desktop.h"
-#include "documents/receipt.h"
+#include "documents/screens.h"
 #include "frame/main_window.h"
 #include "platform/tracing_connection.h"
 #include "rounds.h"
+#include "screen/combo_box.h"
+#include "screen/grid.h"
+#include "screen/text_box.h"
 #include "stores.h"
 #include "support/app_test.h"
 
@@ -54,7 +57,7 @@ class DrawnReceipt {
   explicit DrawnReceipt(const StoreCopy& store)
       : app_({desktop_, devices_, printing_, workbooks_, BenchClock()}, store.Home(), {}, MainCommands()),
         screen_(Open(store)),
-        watch_(*Find<QTableView>("fpSpread2"), screen_.picker.Results()) {}
+        watch_(*Find<QTableView>("fpSpread2"), screen_.Field<Grid>("fpSpread2")) {}
   ~DrawnReceipt() {
     app_.forms.UnloadAll();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -62,7 +65,7 @@ class DrawnReceipt {
   DrawnReceipt(const DrawnReceipt&) = delete;
   DrawnReceipt& operator=(const DrawnReceipt&) = delete;
 
-  const Grid& Found() { return screen_.picker.Results(); }
+  const Grid& Found() { return screen_.Field<Grid>("fpSpread2"); }
 
   /// Presses the key and handles events until the frame with what was found is painted.
   std::array<Seconds, kParts> Press(char letter) {
@@ -79,17 +82,17 @@ class DrawnReceipt {
   }
 
  private:
-  ek_YK_RKMX& Open(const StoreCopy& store) {
+  Form& Open(const StoreCopy& store) {
     app_.Cn =
         std::make_shared<TracingConnection>(store.Connect(), [this](const TracedStatement&) { searched_ = Now(); });
     app_.KFMC = "西药库";
     app_.CurUser.GetUserName = "管理员";
     app_.CurUser.YPGL_YKJYLR = true;
     app_.forms.Get<mainfrm>(app_).Show();
-    auto& screen = app_.forms.Get<ek_YK_RKMX>(app_);
+    Form& screen = kReceipt.form(app_);
     screen.Show();
-    screen.picker.CXFS.SetText("拼音码");
-    screen.picker.PM.SetFocus();
+    screen.Field<ComboBox>("CXFS").SetText("拼音码");
+    screen.Field<TextBox>("PM").SetFocus();
     QCoreApplication::processEvents();
     return screen;
   }
@@ -108,7 +111,7 @@ class DrawnReceipt {
   FakeWorkbooks workbooks_;
   AppContext app_;
   Seconds searched_;
-  ek_YK_RKMX& screen_;
+  Form& screen_;
   PaintWatch watch_;
 };
 

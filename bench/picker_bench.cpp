@@ -54,18 +54,18 @@ void Keystroke(benchmark::State& state, const std::string& typed) {
   GrowCatalogue(store, static_cast<int>(state.range(0)));
   ReceiptDesk desk(store.Home(), store.Connect(), BenchClock());
   PlainSearch plain(store.File());
-  ItemPicker& picker = desk.screen().picker;
-  picker.CXFS.SetText("拼音码");
+  desk.Choose("CXFS", "拼音码");
+  auto& search = desk.Field<TextBox>("PM");
   std::vector<Row> rows;
   std::string before = typed;
   Duel duel(state);
   while (duel.NextRound()) {
     // Capitals and small letters are the same search, and a text that differs from the last one.
     const std::string text = before == typed ? LowerAscii(typed) : typed;
-    duel.Fight([&] { picker.PM.UserText(text); }, [&] { rows = plain.Read(typed); });
+    duel.Fight([&] { search.UserText(text); }, [&] { rows = plain.Read(typed); });
     before = text;
   }
-  const Grid& found = picker.Results();
+  const auto& found = desk.Field<Grid>("fpSpread2");
   bool same = found.MaxRows() == static_cast<int>(rows.size());
   for (int row = 1; same && row <= found.MaxRows(); ++row) {
     same = found.Text(row, 1) == rows[static_cast<std::size_t>(row) - 1][0];

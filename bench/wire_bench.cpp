@@ -36,8 +36,8 @@ void BM_SaveReceiptOverTheWire(benchmark::State& state) {
     wire.Write(goods, "FP1");
     embedded.Write(goods, "FP1");
     trips = 0;
-    duel.Fight([&] { wire.screen().Save_YPRK(); }, [&] { embedded.screen().Save_YPRK(); });
-    const bool saved = wire.screen().fpSpread1.MaxRows() == 0 && embedded.screen().fpSpread1.MaxRows() == 0;
+    duel.Fight([&] { wire.Save(); }, [&] { embedded.Save(); });
+    const bool saved = wire.Lines().MaxRows() == 0 && embedded.Lines().MaxRows() == 0;
     if (!saved) return state.SkipWithError("both receipts should be saved");
   }
   state.counters["round_trips"] = trips;

@@ -30,6 +30,11 @@ class DocumentDesk {
 
   /// A field of the head.
   void Choose(const char* combo_box, const std::string& text) { screen_.Field<ComboBox>(combo_box).SetText(text); }
+  /// A field of the screen, whatever it is.
+  template <class Kind>
+  Kind& Field(const char* name) {
+    return screen_.Field<Kind>(name);
+  }
   Grid& Lines() { return screen_.Field<Grid>("fpSpread1"); }
   /// Saves by the screen's button. False when the screen kept its lines.
   bool Save();
