@@ -33,7 +33,6 @@ void LineDocument::Load() {
 }
 
 Layout LineDocument::Arranged(Layout head, std::vector<Layout> buttons) const {
-  buttons.push_back(Command4);
   buttons.push_back(Space());
   buttons.push_back(close);
   return Column({

@@ -67,7 +67,7 @@ class LineDocument : public Form {
   virtual void Picker_Picked(PickedBy) { PickItem(); }
   virtual void Command4_Click() { fpSpread1.DeleteChosenRow(); }
 
-  /// Head above the search pane above the lines, buttons below.
+  /// Head above the search pane above the lines, the buttons below in that order, ahead of the closing one.
   Layout Arranged(Layout head, std::vector<Layout> buttons) const;
   /// A cell of the active match.
   std::string Match(int column) const;

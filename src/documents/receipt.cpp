@@ -206,7 +206,7 @@ class ek_YK_RKMX : public LineDocument {
 
   Layout Arrange() const override {
     return Arranged(Group("入库单", Fields(4, {sRKDH, sGHDW, sYSR, sFHR, sFPH, FPRQ, lFKBZ})),
-                    {Command1, Command2, Command5, Command6});
+                    {Command1, Command2, Command5, Command4, Command6});
   }
 
   /// Saves head, lines, batches, catalogue and log in one transaction; the screen keeps everything after a failure.

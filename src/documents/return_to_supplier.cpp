@@ -154,7 +154,7 @@ class Frm_YKTY : public LineDocument {
   Button Command1{this, "Command1", "退药(&T)", &Frm_YKTY::Command1_Click};
 
   Layout Arrange() const override {
-    return Arranged(Group("退药单", Fields(3, {sRKDH, RQ, sGHDW, ZDR, sFHR, BZ})), {Command1});
+    return Arranged(Group("退药单", Fields(3, {sRKDH, RQ, sGHDW, ZDR, sFHR, BZ})), {Command1, Command4});
   }
 
   /// Saves head, lines, counters, batches and log in one transaction; the screen keeps everything after a failure.
