@@ -199,7 +199,16 @@ std::vector<char32_t> Folded(std::string_view text, std::vector<std::size_t>* of
   return folded;
 }
 
+/// Whether a text can be looked for byte by byte: no character in it has a case.
+bool HasNoCase(std::string_view text) {
+  return std::ranges::none_of(text, [](char c) {
+    return static_cast<unsigned char>(c) >= 0x80 || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+  });
+}
+
 void ReplaceText(Call& call) {
+  // Most texts hold nothing of what is to be replaced, a blank in most statements.
+  if (HasNoCase(call.Text(1)) && call.Text(0).find(call.Text(1)) == std::string_view::npos) return call.GiveSame(0);
   std::vector<std::size_t> offsets;
   std::vector<char32_t> text = Folded(call.Text(0), &offsets);
   std::vector<char32_t> what = Folded(call.Text(1));
