@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 
+#include "desktop/key_codes.h"
 #include "desktop/qt_text.h"
 
 namespace luming {
@@ -16,6 +17,7 @@ void CellEditor::Open(GridPane& pane, GridPane::Place place, const QString& type
   Remove();
   pane_ = &pane;
   place_ = place;
+  keys_ = KeyFilter::kAny;
   const Grid& grid = *pane.grid();
   const QModelIndex index = pane.model()->index(place.row - 1, place.col - 1);
   pane.scrollTo(index);
@@ -36,7 +38,10 @@ void CellEditor::OpenLine(const QString& text, bool typed) {
   line_ = new QLineEdit(text, pane_->viewport());
   if (!typed) line_->selectAll();
   const Grid& grid = *pane_->grid();
-  line_->setAttribute(Qt::WA_InputMethodEnabled, grid.Kind(place_.row, place_.col) != CellKind::kNumber);
+  const CellEntry* entry = grid.Entry(place_.row, place_.col);
+  keys_ = entry ? entry->keys : KeyFilter::kAny;
+  line_->setAttribute(Qt::WA_InputMethodEnabled,
+                      grid.Kind(place_.row, place_.col) != CellKind::kNumber && keys_ == KeyFilter::kAny);
   if (grid.CellAlign(place_.row, place_.col) == Align::kRight) line_->setAlignment(Qt::AlignRight);
   field_ = line_;
 }
@@ -95,6 +100,7 @@ bool CellEditor::eventFilter(QObject* watched, QEvent* event) {
 }
 
 bool CellEditor::KeyPressed(const QKeyEvent& event) {
+  if (const char32_t typed = TypedCharacter(event); typed != 0) return !Passes(keys_, typed, FromQt(Text()));
   switch (event.key()) {
     case Qt::Key_Escape:
       Cancel();

@@ -41,6 +41,7 @@ class CellEditor final : public QObject {
   QWidget* field_ = nullptr;
   QLineEdit* line_ = nullptr;
   QComboBox* list_ = nullptr;
+  KeyFilter keys_ = KeyFilter::kAny;
 };
 
 }  // namespace luming

@@ -56,6 +56,7 @@ class CellPainter final : public QStyledItemDelegate {
     const bool active_row = row == grid.ActiveRow() && (!page || col == grid.ActiveCol());
     Look look{theme.text, row % 2 == 0 && !page ? theme.stripe : theme.base, grid.Bold(row, col), false};
     if (grid.GridBack() != Control::kNoColour && row % 2 == 1) look.back = QColor::fromRgb(grid.GridBack());
+    if (grid.Entry(row, col)) look.back = theme.typed;
     if (look.bold) look.back = theme.total;
     if (const Colour back = grid.CellBackColour(row, col); back != Control::kNoColour)
       look.back = QColor::fromRgb(back);

@@ -94,8 +94,10 @@ class GridFieldView final : public TypedView<Grid> {
       return true;
     }
     const GridPane::Place at{Field()->ActiveRow(), Field()->ActiveCol()};
-    const bool starts = event.key() == Qt::Key_Space || TypedCharacter(event) != 0;
-    if (starts) StartEdit(at, event.key() == Qt::Key_Space ? QString() : event.text());
+    const char32_t typed = TypedCharacter(event);
+    const CellEntry* entry = Field()->Entry(at.row, at.col);
+    const bool passes = typed != 0 && (!entry || Passes(entry->keys, typed, {}));
+    if (event.key() == Qt::Key_Space || passes) StartEdit(at, event.key() == Qt::Key_Space ? QString() : event.text());
     return true;
   }
 

@@ -28,6 +28,7 @@ Theme MakeTheme(QRgb window, QRgb chrome, QRgb chrome_deep, QRgb line, QRgb fiel
   theme.base = Qt::white;
   theme.stripe = QColor::fromRgb(stripe);
   theme.total = QColor(0xFF, 0xF7, 0xE0);
+  theme.typed = QColor(0xFE, 0xFB, 0xE6);
   theme.accent = strong;
   theme.accent_text = Qt::white;
   theme.accent_pale = blend(26);

@@ -17,6 +17,7 @@ struct Theme {
   QColor base;          ///< editors and odd rows
   QColor stripe;        ///< even rows
   QColor total;         ///< the total row
+  QColor typed;         ///< cells that are there to be typed in
   QColor accent;        ///< focus, selection, default button
   QColor accent_text;   ///< on the accent
   QColor accent_pale;   ///< chosen row of a grid without the keyboard

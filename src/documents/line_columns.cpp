@@ -1,5 +1,6 @@
 #include "documents/line_columns.h"
 
+#include "documents/entry_fields.h"
 #include "util/number_text.h"
 
 namespace luming {
@@ -32,12 +33,34 @@ void DayOrNull(Statement& statement, const std::string& cell, const ValueSource&
 
 }  // namespace sent
 
+namespace {
+
+std::optional<CellEntry> EntryOf(Cell cell) {
+  switch (cell) {
+    case Cell::kLocked:
+    case Cell::kHidden:
+      break;
+    case Cell::kQuantity:
+      return CellEntry{QuantityBox().keys, QuantityBox().cut, true};
+    case Cell::kPrice:
+      return CellEntry{PriceBox().keys, PriceBox().cut, true};
+    case Cell::kBatch:
+      return CellEntry{.cut = limit::kBatch};
+    case Cell::kDay:
+      return CellEntry{};
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
 std::vector<GridColumn> GridColumnsOf(LineColumns columns) {
   std::vector<GridColumn> made;
   for (const LineColumn& column : columns) {
     made.push_back(GridColumn(column.caption).Holding(column.holds));
     made.back().hidden = column.cell == Cell::kHidden;
-    made.back().locked = column.cell == Cell::kLocked;
+    made.back().entry = EntryOf(column.cell);
+    made.back().locked = !made.back().entry;
   }
   return made;
 }

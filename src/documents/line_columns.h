@@ -48,7 +48,9 @@ void Money(Statement& statement, const std::string& cell, const ValueSource& sou
 void DayOrNull(Statement& statement, const std::string& cell, const ValueSource& source);
 }  // namespace sent
 
-enum class Cell { kLocked, kTyped, kHidden };
+/// What the operator can do with a cell in place. What he types is held to the keys, the length and the test of the
+/// like field of the entry dialogs.
+enum class Cell { kLocked, kHidden, kQuantity, kPrice, kBatch, kDay };
 
 /// One column of a document's lines, said once: what it is called, where its cells come from and how they are saved.
 struct LineColumn {

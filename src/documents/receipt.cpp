@@ -50,15 +50,15 @@ constexpr LineColumn kColumns[] = {
   {col::kName,               "品名",     {match::kName},              "PM",   sent::Text},
   {col::kSpecification,      "规格",     {match::kSpecification},     "GG",   sent::Text},
   {col::kUnit,               "单位",     {match::kLargeUnit},         "DW",   sent::Text},
-  {col::kOrigin,             "产地",     {match::kOrigin},            "CD",   sent::Text,       Cell::kTyped},
-  {col::kWholesalePrice,     "批发价格", {match::kWholesale, "0.000"}, "PLJ",  sent::FigureOr0,  Cell::kTyped},
-  {col::kRetailPrice,        "零售价格", {match::kRetail, "0.00"},    "LSJ",  sent::FigureOr0,  Cell::kTyped},
-  {col::kQuantity,           "入库数量", {},                          "RKSL", sent::Figure,     Cell::kTyped},
-  {col::kPurchasePrice,      "进货价格", {match::kPurchase, "0.000"}, "PFJ",  sent::FigureOr0,  Cell::kTyped},
-  {col::kAmount,             "进货金额", {},                          "JE",   sent::FigureOr0,  Cell::kTyped},
-  {col::kBatch,              "批号",     {},                          "PH",   sent::Text,       Cell::kTyped, Holds::kCode},
-  {col::kExpiry,             "效期",     {},                          "XQ",   sent::DayOrNull,  Cell::kTyped},
-  {col::kRatio,              "拆零比",   {},                          "CLB",  sent::Ratio,      Cell::kTyped},
+  {col::kOrigin,             "产地",     {match::kOrigin},            "CD",   sent::Text},
+  {col::kWholesalePrice,     "批发价格", {match::kWholesale, "0.000"}, "PLJ",  sent::FigureOr0},
+  {col::kRetailPrice,        "零售价格", {match::kRetail, "0.00"},    "LSJ",  sent::FigureOr0},
+  {col::kQuantity,           "入库数量", {},                          "RKSL", sent::Figure,     Cell::kQuantity},
+  {col::kPurchasePrice,      "进货价格", {match::kPurchase, "0.000"}, "PFJ",  sent::FigureOr0,  Cell::kPrice},
+  {col::kAmount,             "进货金额", {},                          "JE",   sent::FigureOr0},
+  {col::kBatch,              "批号",     {},                          "PH",   sent::Text,       Cell::kBatch, Holds::kCode},
+  {col::kExpiry,             "效期",     {},                          "XQ",   sent::DayOrNull,  Cell::kDay},
+  {col::kRatio,              "拆零比",   {},                          "CLB",  sent::Ratio},
   {col::kUnitPurchasePrice,  "",         {},                          nullptr, nullptr,         Cell::kHidden},
 };
 // clang-format on
@@ -76,6 +76,12 @@ const StockMove kMove = {.in = true,
                          .counter = "YKKCL",
                          .batches = BatchEffect::kAdded,
                          .batch_insert = "Insert Into"};
+
+/// A negative quantity corrects an earlier receipt, for those who have the right; the others are told.
+bool MayTakeBack(AppContext& app) {
+  if (!app.CurUser.YPGL_FSYP) CheckRight(app, "YPGL_FSYP");
+  return app.CurUser.YPGL_FSYP;
+}
 
 void CheckPrice(NumberedMessages& messages, TextBox& price, const char* when_empty, const char* when_no_number) {
   if (price.Text().empty()) {
@@ -148,8 +154,7 @@ class ek_RKXZ : public EntryDialog {
       messages.Add(" 数量不能为空!", sngSL);
     } else if (!IsNumeric(sngSL.Text())) {
       messages.Add(" 数量只能为数字!", sngSL);
-    } else if (CDbl(sngSL.Text()) < 0 && !app_.CurUser.YPGL_FSYP) {
-      CheckRight(app_, "YPGL_FSYP");
+    } else if (CDbl(sngSL.Text()) < 0 && !MayTakeBack(app_)) {
       messages.Add(" 你没有输入负数的权限!", sngSL);
     }
     if (sPH.Text().empty()) messages.Add(" 批号不能为空!", sPH);
@@ -218,6 +223,7 @@ class ek_YK_RKMX : public LineDocument {
   void EnterLine(int row) override;
 
  private:
+  void fpSpread1_CheckEdit(Grid::CellRef cell, const std::string& text, bool& refuse);
   void fpSpread1_Change(int row, int column);
   void Command1_Click();
   void Command2_Click() { fpSpread1.Park(); }
@@ -248,6 +254,7 @@ const DocumentKind kKind{.name = ek_YK_RKMX::kName,
 }  // namespace
 
 ek_YK_RKMX::ek_YK_RKMX(AppContext& app) : LineDocument(app, kKind) {
+  fpSpread1.check_edit.Connect(this, &ek_YK_RKMX::fpSpread1_CheckEdit);
   fpSpread1.change.Connect(this, &ek_YK_RKMX::fpSpread1_Change);
 }
 
@@ -270,6 +277,11 @@ void ek_YK_RKMX::EnterLine(int row) {
   dialog.PFJ.SetText(Match(match::kPurchase));
   dialog.sngSL.SetText("1");
   dialog.ShowModal();
+}
+
+/// What the dialog asks the right for is not let in behind its back.
+void ek_YK_RKMX::fpSpread1_CheckEdit(Grid::CellRef cell, const std::string& text, bool& refuse) {
+  refuse = cell.col == col::kQuantity && NumberOrZero(text) < 0 && !MayTakeBack(app_);
 }
 
 /// A warning only: the price stands. The amount follows quantity and price as they are, whatever the line's unit.

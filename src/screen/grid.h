@@ -68,6 +68,8 @@ class Grid : public Control {
   std::pair<int, int> Span(int row, int col) const;
 
   Holds ColumnHolds(int col) const;
+  /// What a cell takes that is there to be typed in; null for any other.
+  const CellEntry* Entry(int row, int col) const;
   void SetColumnHidden(int col, bool hidden);
   bool ColumnHidden(int col) const;
   void SetColumnWidth(int col, int characters);
@@ -124,7 +126,8 @@ class Grid : public Control {
   void UserClickCell(int row, int col);  ///< activates, then click
   void UserDoubleClick(int row, int col);
   void UserRightClick(int row, int col);  ///< offers the grid's commands where the screen has no right click of its own
-  /// Edits in place: false when CanEdit refuses, or a number cell is given none. Fires change when it differs.
+  /// Edits in place: false when CanEdit refuses. A text that the cell does not take, since it is no figure or
+  /// check_edit refuses it, leaves the cell as it was. Fires change when it differs.
   bool UserEdit(int row, int col, std::string text);
   /// False in row mode and for a locked or formula cell; asks before_edit, too.
   bool CanEdit(int row, int col);
@@ -141,7 +144,9 @@ class Grid : public Control {
   Event<int, int> double_click;
   Event<int, int> right_click;
   Event<int> header_click;
-  Event<CellRef, bool&> before_edit;          ///< set the flag to refuse
+  Event<CellRef, bool&> before_edit;  ///< set the flag to refuse
+  /// The text that an edit is about to put into the cell; set the flag to refuse it.
+  Event<CellRef, const std::string&, bool&> check_edit;
   Event<CellRef, CellRef, bool&> leave_cell;  ///< from, to; set the flag to stay
   Event<int> row_focus;                       ///< the operator, never code, has moved the active cell to another row
 

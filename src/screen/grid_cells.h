@@ -64,6 +64,7 @@ struct Grid::Cells {
     bool hidden = false;
     Holds holds = Holds::kAnything;
     std::string group;
+    std::optional<CellEntry> entry;
     GridLook look;
     std::uint64_t changed_at = 0;  ///< the count of changes after the last one in this column
   };

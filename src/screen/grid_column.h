@@ -1,7 +1,11 @@
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <utility>
+
+#include "screen/key_filter.h"
 
 namespace luming {
 
@@ -13,6 +17,13 @@ enum class Holds {
   kCode,      ///< left; nobody counts with it, so it is exported as text even if it is all digits
   kFigure,    ///< right
   kDate,      ///< centred
+};
+
+/// What the operator may type into the cells of a column that is there to be typed in.
+struct CellEntry {
+  KeyFilter keys = KeyFilter::kAny;
+  std::size_t cut = 0;  ///< to so many bytes of the ANSI form when the edit ends; 0 for never
+  bool figure = false;  ///< what is no number is refused and the old text stays; the cell may be emptied
 };
 
 /// One column as a screen declares it; a bare caption converts to it. What else there is to say follows in a row:
@@ -41,6 +52,12 @@ struct GridColumn {
     return std::move(*this);
   }
 
+  /// Its cells are there to be typed in: they are shaded.
+  GridColumn&& Typed(CellEntry by_rule) && {
+    entry = by_rule;
+    return std::move(*this);
+  }
+
   /// Its head stands under that of a group; neighbours in the same group share the group's head. As soon as a column of
   /// a grid has a group the grid has two header rows, and a column without one spans both.
   GridColumn&& Under(std::string its_group) && {
@@ -54,6 +71,7 @@ struct GridColumn {
   Holds holds = Holds::kAnything;
   bool hidden = false;
   bool locked = false;
+  std::optional<CellEntry> entry;
 };
 
 /// Where a column's text comes from when a grid is filled from a recordset.

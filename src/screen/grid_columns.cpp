@@ -19,6 +19,7 @@ void Grid::Cells::SetColumns(std::vector<GridColumn> declared) {
     column.hidden = declared[i].hidden;
     column.holds = declared[i].holds;
     column.group = std::move(declared[i].group);
+    column.entry = declared[i].entry;
     if (declared[i].locked) column.look.locked = true;
     SetText(0, static_cast<int>(i) + 1, std::move(declared[i].caption));
   }
@@ -69,6 +70,12 @@ std::pair<int, int> Grid::HeadSpan(int row, int col) const {
 
 Holds Grid::ColumnHolds(int col) const {
   return cells_->Inside(0, col) ? cells_->ColumnAt(col).holds : Holds::kAnything;
+}
+
+const CellEntry* Grid::Entry(int row, int col) const {
+  if (!cells_->IsCell(row, col) || Locked(row, col) || IsTotalRow(row)) return nullptr;
+  const std::optional<CellEntry>& entry = cells_->ColumnAt(col).entry;
+  return entry ? &*entry : nullptr;
 }
 
 void Grid::SetColumnHidden(int col, bool hidden) {

@@ -2,6 +2,7 @@
 
 #include "screen/forms.h"
 #include "screen/grid_cells.h"
+#include "util/ansi_text.h"
 #include "util/number_text.h"
 
 namespace luming {
@@ -77,8 +78,14 @@ bool Grid::CanEdit(int row, int col) {
 bool Grid::UserEdit(int row, int col, std::string text) {
   Forms::HandlerScope scope(Owner().Registry());
   if (!CanEdit(row, col)) return false;
-  if (Kind(row, col) == CellKind::kNumber && !text.empty() && !IsNumeric(text)) return false;
+  const CellEntry* entry = Entry(row, col);
+  if (entry && entry->cut > 0) text = CutAnsi(text, entry->cut);
+  const bool figure = Kind(row, col) == CellKind::kNumber || (entry && entry->figure);
+  if (figure && !text.empty() && !IsNumeric(text)) return true;
   if (text == cells_->Shown(row, col)) return true;
+  bool refuse = false;
+  check_edit.Fire({row, col}, text, refuse);
+  if (refuse) return true;
   SetText(row, col, std::move(text));
   change.Fire(row, col);
   return true;

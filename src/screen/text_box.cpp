@@ -9,28 +9,8 @@
 namespace luming {
 namespace {
 
-bool IsDigit(char32_t character) {
-  return character >= U'0' && character <= U'9';
-}
-
 bool IsControlCharacter(char32_t character) {
   return character < U' ' || character == 0x7F;
-}
-
-/// The filters pass every control character that edits; the typed ones are the digits and marks below.
-bool Passes(KeyFilter filter, char32_t character, std::string_view present) {
-  switch (filter) {
-    case KeyFilter::kAny:
-      return true;
-    case KeyFilter::kDigits:
-      return IsDigit(character);
-    case KeyFilter::kQuantity:
-      return (character >= 46 && character <= 57) || character == U'-';
-    case KeyFilter::kPrice:
-      if (character != U'.') return IsDigit(character);
-      return !Trim(present).empty() && present.find('.') == std::string_view::npos;
-  }
-  return false;
 }
 
 }  // namespace

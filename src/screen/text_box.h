@@ -6,16 +6,9 @@
 
 #include "screen/control.h"
 #include "screen/ime.h"
+#include "screen/key_filter.h"
 
 namespace luming {
-
-/// What characters a text box lets through while typing (setting the text by code or pasting is not filtered).
-enum class KeyFilter {
-  kAny,
-  kPrice,     ///< digits, backspace, one '.', and none as the first character
-  kQuantity,  ///< character codes 46 to 57 ('.', '/', digits), backspace and '-'
-  kDigits,
-};
 
 struct TextOptions {
   std::size_t cut = 0;  ///< on leaving, cut to so many bytes of the ANSI form; 0 for never

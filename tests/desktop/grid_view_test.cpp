@@ -22,8 +22,10 @@ class GridForm : public Form {
     fpSpread1.right_click.Connect([this](int row, int col) { told += "r" + At(row, col); });
     fpSpread1.header_click.Connect([this](int col) { told += "h" + std::to_string(col) + " "; });
   }
-  Grid fpSpread1{
-      this, "fpSpread1", {"编码", "品名", GridColumn("金额").Locked(), GridColumn("备用").Hidden(), "停用", "单位"}};
+  Grid fpSpread1{this,
+                 "fpSpread1",
+                 {"编码", "品名", GridColumn("金额").Locked(), GridColumn("备用").Hidden(), "停用", "单位",
+                  GridColumn("单价").Typed({.keys = KeyFilter::kPrice, .figure = true})}};
   Layout Arrange() const override { return Layout(fpSpread1).Width(90).Height(20); }
 
   void Changed(int row, int col) {
@@ -99,6 +101,15 @@ TEST_F(GridViewTest, EditsInPlaceOnceAndHonoursLocks) {
   Press(Editor(), Qt::Key_Escape);
   EXPECT_EQ(form.fpSpread1.Text(2, 2), "13");
   EXPECT_EQ(form.changes, 1);
+
+  Settle();
+  form.fpSpread1.SetActiveCell(2, 7);
+  Type(table, ".");
+  EXPECT_EQ(Editor(), nullptr) << "no price begins so";
+  Type(table, "1");
+  Type(Editor(), "x.5.");
+  Press(Editor(), Qt::Key_Return);
+  EXPECT_EQ(form.fpSpread1.Text(2, 7), "1.5");
 }
 
 TEST_F(GridViewTest, KeysMoveTheActiveCellIntoView) {
