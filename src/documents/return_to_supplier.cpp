@@ -111,6 +111,7 @@ class Frm_YKTYCheck : public EntryDialog {
       GG.SetCaption(drug.Field("GG").TextOrEmpty());
       DW.SetCaption(drug.Field("DW").TextOrEmpty());
       LSJ.SetCaption(drug.Field("LSJ").Format("0.0000"));
+      batch.PFJ.SetCaption(drug.Field("PFJ").Format("￥0.0000"));
       YKKCL_ = drug.Field("YKKCL").NumberOr(0);
     }
     CloseRs(drug);
