@@ -51,6 +51,16 @@ bool Trapped(AppContext& app, Work&& work) {
   }
 }
 
+/// Runs `work`; a Failure of it names what it is about ahead of its description.
+template <class Work>
+void About(const std::string& what, Work&& work) {
+  try {
+    work();
+  } catch (const Failure& failure) {
+    throw Failure(failure.number(), "【" + what + "】" + failure.description(), failure.source());
+  }
+}
+
 /// A save: opens `Cn` if it is not open, begins, runs `work`, commits. On Failure rolls back, shows the common box and
 /// reports false.
 bool InTransaction(AppContext& app, const std::function<void()>& work);

@@ -162,6 +162,7 @@ void Frm_YPML::FillGrid(Recordset& rows) {
   const RedrawPause pause(fpSpread1);
   fpSpread1.SetMaxRows(0);
   fpSpread1.Fill(std::move(rows), sources);
+  price_edited_ = false;
   StockTotals totals;
   for (int row = 1; row <= fpSpread1.MaxRows(); ++row) {
     const StockValue& value = values[static_cast<std::size_t>(row) - 1];
@@ -229,6 +230,7 @@ void Frm_YPML::ShowEditor(bool modify) {
     app_.desktop.MsgBox({"请先选择您要操作的数据。", box::kInformation, "系统提示"});
     return;
   }
+  if (modify && !app_.CurUser.YPGL_EditYP) return CheckRight(app_, "YPGL_EditYP");
   ShowDrug(app_, modify ? eK_YPJBXX::kChanging : eK_YPJBXX::kViewing, code);
 }
 

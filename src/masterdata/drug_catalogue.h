@@ -90,7 +90,8 @@ class Frm_YPML : public Form {
   void Command10_Click() { ShowEditor(true); }
 
   AppContext& app_;
-  bool dirty_ = false;  ///< something was edited since the last save or search
+  bool dirty_ = false;         ///< something was edited since the last save or search
+  bool price_edited_ = false;  ///< the active cell holds a retail price that was just typed
 };
 
 }  // namespace luming

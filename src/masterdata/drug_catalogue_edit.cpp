@@ -1,5 +1,7 @@
 // Editing in the catalogue's grid, and saving what was edited.
 
+#include <utility>
+
 #include "frame/gateway.h"
 #include "masterdata/catalogue_columns.h"
 #include "masterdata/drug_catalogue.h"
@@ -29,6 +31,7 @@ void Frm_YPML::fpSpread1_BeforeEdit(Grid::CellRef cell, bool& refuse) {
 void Frm_YPML::fpSpread1_Change(int row, int col) {
   if (fpSpread1.IsTotalRow(row)) return;
   const std::string text = fpSpread1.Text(row, col);
+  price_edited_ = col == catalogue::kLSJ;
   if (col == catalogue::kYPMC) {
     fpSpread1.SetText(row, catalogue::kPYDM, GetPYDM(app_, text));
     fpSpread1.SetText(row, catalogue::kWBDM, GetWBDM(app_, text));
@@ -40,9 +43,9 @@ void Frm_YPML::fpSpread1_Change(int row, int col) {
   dirty_ = true;
 }
 
-/// The price of the smallest unit follows with two decimals.
+/// The price of the smallest unit follows with two decimals. A price that was only walked past leaves it alone.
 void Frm_YPML::fpSpread1_LeaveCell(Grid::CellRef from, Grid::CellRef, bool&) {
-  if (from.col != catalogue::kLSJ || fpSpread1.IsTotalRow(from.row)) return;
+  if (!std::exchange(price_edited_, false)) return;
   const std::string ratio = fpSpread1.Text(from.row, catalogue::kCLB);
   const std::string price = fpSpread1.Text(from.row, catalogue::kLSJ);
   if (!IsNumeric(ratio) || CDbl(ratio) <= 1 || !IsNumeric(price)) return;
@@ -69,7 +72,8 @@ bool Frm_YPML::SaveGrid() {
     int saved = 0;
     for (int row = 1; row <= fpSpread1.MaxRows(); ++row) {
       if (fpSpread1.Text(row, catalogue::kChanged) != "1") continue;
-      app_.Cn->Execute(CatalogueUpdate(fpSpread1, row));
+      const std::string drug = fpSpread1.Text(row, catalogue::kYPBM) + " " + fpSpread1.Text(row, catalogue::kYPMC);
+      About(drug, [&] { app_.Cn->Execute(CatalogueUpdate(fpSpread1, row)); });
       ++saved;
     }
     for (int row = 1; row <= fpSpread1.MaxRows(); ++row) {

@@ -11,6 +11,7 @@
 #include "masterdata/producer_choice.h"
 #include "masterdata/screens.h"
 #include "output/grid_routines.h"
+#include "util/ansi_text.h"
 #include "util/number_text.h"
 #include "util/text.h"
 
@@ -127,6 +128,23 @@ void eK_YPJBXX::FillD_Form(const std::string& code) {
     CloseRs(rows);
   });
   filling_ = false;
+  if (Mode == kChanging) TellWhatWillBeCut();
+}
+
+/// Other programs that write the catalogue know nothing of the limits here.
+void eK_YPJBXX::TellWhatWillBeCut() {
+  std::string fields;
+  const auto note = [&](const auto* field, std::size_t limit) {
+    if (limit == 0 || CutAnsi(field->Text(), limit) == field->Text()) return;
+    fields += "\r\n" + field->Caption() + "（限" + std::to_string(limit) + "字节）：" + field->Text();
+  };
+  for (const Control* control : Controls()) {
+    if (const auto* text = dynamic_cast<const TextBox*>(control)) note(text, text->Options().cut);
+    if (const auto* list = dynamic_cast<const ComboBox*>(control)) note(list, list->Options().cut);
+  }
+  if (fields.empty()) return;
+  app_.desktop.MsgBox(
+      {"以下内容超过本窗口的长度限制，光标离开该栏时会被截短：\r\n" + fields, box::kInformation, "系统提示"});
 }
 
 void eK_YPJBXX::GuardChange() {

@@ -100,6 +100,7 @@ class eK_YPJBXX : public Form, public DrugTaker {
   void ReadChargeItems();
   void ReadFrequencies();
   void GuardChange();
+  void TellWhatWillBeCut();
   void ShowRow(const Recordset& row);
 
   void Price_Change();
