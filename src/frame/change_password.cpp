@@ -52,9 +52,10 @@ void ChangPassword::ComOk_Click() {
 
 void ChangPassword::ChangeTo(const std::string& wanted) {
   try {
-    app_.Cn->Execute(("update  userdb set password=" + Quoted(wanted, NewPassTxt.Caption()) + "where username like" +
-                      Quoted(app_.CurUser.GetUserName, "操作员"))
-                         .text());
+    ValueSource typed(NewPassTxt.Caption());
+    typed.secret = true;
+    app_.Cn->Execute("update  userdb set password=" + Quoted(wanted, typed) + "where username like" +
+                     Quoted(app_.CurUser.GetUserName, "操作员"));
     app_.desktop.MsgBox({"密码更改成功！", box::kInformation, "信息"});
     Unload();
   } catch (const Failure& failure) {

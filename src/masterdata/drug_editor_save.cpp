@@ -75,7 +75,7 @@ void eK_YPJBXX::SaveNew() {
   if (!CheckDrug()) return;
   YPBM.SetText(Trim(WithoutLineEnds(YPBM.Text())));
   if (CodeExists(YPBM.Text())) return;
-  if (!ExecSql(app_, InsertStatement().text())) return;
+  if (!ExecSql(app_, InsertStatement())) return;
   if (Check1.Checked()) CleanControl::CleanControlText(*this);
   const Box question{"添加成功,是否继续添加新的药品?", box::kQuestion + box::kYesNo, "系统询问"};
   if (app_.desktop.MsgBox(question) != Answer::kYes) {

@@ -38,7 +38,7 @@ void YPGL_CDWF::Load() {
 
 void YPGL_CDWF::Search_Change() {
   const std::string text = Replace(Trim(Search.Text()), ";", "");
-  OpenList(Statement(("select * from YPGL_CDWF where pydm like " + Quoted(text + "%", Search.Caption())).text()));
+  OpenList("select * from YPGL_CDWF where pydm like " + Quoted(text + "%", Search.Caption()));
 }
 
 void YPGL_CDWF::OpenList(const Statement& statement) {

@@ -61,6 +61,7 @@ std::string ContentOf(const ValueSource& source, std::string_view text) {
     words = "“" + (source.row == 0 ? "" : "第" + std::to_string(source.row) + "行 ");
     words.append(source.name).append("”的");
   }
+  if (source.secret) return words + "内容";
   const std::string start = Left(text, kShownCharacters);
   return words + "内容“" + start + (start.size() < text.size() ? "…”" : "”");
 }

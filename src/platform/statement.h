@@ -16,6 +16,7 @@ struct ValueSource {
 
   std::string_view name{};  ///< empty: not told
   int row = 0;              ///< of the grid, 1 is the first; 0: no cell
+  bool secret = false;      ///< the value is not to be shown to whoever looks over the operator's shoulder
 };
 
 /// A field of a screen: what the operator typed, and what the field is called.
