@@ -146,36 +146,86 @@ GO
 -- Issue notes to a pharmacy
 ---------------------------------------------------------------------------------------------------------------------
 
-IF OBJECT_ID('SP_Get_YK_CKQR') IS NOT NULL DROP PROCEDURE SP_Get_YK_CKQR
+IF OBJECT_ID('SP_YK_CKJC') IS NOT NULL DROP PROCEDURE SP_YK_CKJC
 GO
 -- The lines of an issue note that cannot be met, with the reason in YY. A drug that stands on several lines is met
--- only when the stock covers them all.
+-- only when the stock covers them all. Expired batches are no stock for a pharmacy and are named in the reason.
+-- A note can be met out of the good batches, and out of what no batch accounts for: the counter less all batches.
+--   @YK    1 when the counters have been lowered by the note already
+CREATE PROCEDURE SP_YK_CKJC
+  @SLDH varchar(50), @YK int
+AS
+BEGIN
+  SET NOCOUNT ON
+
+  -- Each drug of the note: what it needs, the counter ahead of the note, good and expired batches. GQPH names the latter.
+  CREATE TABLE #YP (YPBM varchar(30) COLLATE DATABASE_DEFAULT NOT NULL PRIMARY KEY, SL decimal(18,6) NOT NULL,
+                    KC decimal(18,6) NOT NULL, HGSL decimal(18,6) NOT NULL, GQSL decimal(18,6) NOT NULL,
+                    DW varchar(50) COLLATE DATABASE_DEFAULT NOT NULL, GQPH varchar(2000) COLLATE DATABASE_DEFAULT NOT NULL)
+  CREATE TABLE #GQ (XH int IDENTITY(1,1) NOT NULL, YPBM varchar(30) COLLATE DATABASE_DEFAULT NOT NULL,
+                    PH varchar(50) COLLATE DATABASE_DEFAULT NOT NULL, XQ datetime NOT NULL, SL decimal(18,6) NOT NULL)
+  DECLARE @XH int
+
+  INSERT INTO #YP (YPBM, SL, KC, HGSL, GQSL, DW, GQPH)
+  SELECT B.YPBM, X.SL, ISNULL(B.YKKCL, 0) + CASE @YK WHEN 1 THEN X.SL ELSE 0 END,
+         ISNULL((SELECT SUM(P.SL) FROM YK_CurryPH P
+                 WHERE P.YPBM = B.YPBM AND P.SL > 0 AND (P.XQ IS NULL OR P.XQ >= DATEADD(day, -1, GETDATE()))), 0),
+         ISNULL((SELECT SUM(P.SL) FROM YK_CurryPH P
+                 WHERE P.YPBM = B.YPBM AND P.SL > 0 AND P.XQ < DATEADD(day, -1, GETDATE())), 0),
+         CASE WHEN ISNULL(B.ZXDW, '') = '' THEN ISNULL(B.DW, '') ELSE B.ZXDW END, ''
+  FROM (SELECT YPBM, ISNULL(SUM(SFSL * CLB), 0) AS SL FROM YPSLMX WHERE SLDH = @SLDH GROUP BY YPBM) X
+       JOIN YF_YPML B ON B.YPBM = X.YPBM
+
+  INSERT INTO #GQ (YPBM, PH, XQ, SL)
+  SELECT P.YPBM, ISNULL(P.PH, ''), P.XQ, P.SL
+  FROM YK_CurryPH P JOIN #YP Y ON Y.YPBM = P.YPBM
+  WHERE P.SL > 0 AND P.XQ < DATEADD(day, -1, GETDATE())
+  ORDER BY P.XQ, P.ID
+  SELECT @XH = MIN(XH) FROM #GQ
+  WHILE @XH IS NOT NULL
+  BEGIN
+    UPDATE #YP
+    SET GQPH = LEFT(#YP.GQPH + '，批号【' + G.PH + '】效期' + CONVERT(varchar(10), G.XQ, 120) + '的'
+                    + REPLACE(CONVERT(varchar(20), CONVERT(decimal(18,2), G.SL)), '.00', '') + #YP.DW
+                    + '已过期不能出库', 900)
+    FROM #YP JOIN #GQ G ON G.YPBM = #YP.YPBM
+    WHERE G.XH = @XH
+    SELECT @XH = MIN(XH) FROM #GQ WHERE XH > @XH
+  END
+
+  -- What stays behind has to cover the expired batches, unless the good ones suffice: batches may exceed the counter.
+  SELECT ISNULL(B.YPMC, '') AS YPMC, A.YPBM,
+         CASE WHEN B.YPBM IS NULL THEN '药品目录中没有该药品'
+              WHEN A.SFSL < 0 THEN '出库数量不能小于0'
+              ELSE '需要' + REPLACE(CONVERT(varchar(20), CONVERT(decimal(18,2), Y.SL)), '.00', '') + Y.DW
+                   + '，当前库存' + REPLACE(CONVERT(varchar(20), CONVERT(decimal(18,2), Y.KC)), '.00', '') + Y.DW + Y.GQPH
+         END AS YY
+  FROM YPSLMX A LEFT JOIN YF_YPML B ON B.YPBM = A.YPBM
+                LEFT JOIN #YP Y ON Y.YPBM = A.YPBM
+  WHERE A.SLDH = @SLDH
+    AND (B.YPBM IS NULL OR A.SFSL < 0 OR Y.SL > Y.KC OR (Y.KC - Y.SL < Y.GQSL AND Y.SL > Y.HGSL))
+  ORDER BY A.id
+END
+GO
+
+IF OBJECT_ID('SP_Get_YK_CKQR') IS NOT NULL DROP PROCEDURE SP_Get_YK_CKQR
+GO
+-- The lines of an issue note that cannot be met, asked ahead of its confirmation.
 CREATE PROCEDURE SP_Get_YK_CKQR
   @SLDH varchar(50)
 AS
 BEGIN
-  SELECT ISNULL(B.YPMC, '') AS YPMC, A.YPBM,
-         CASE WHEN B.YPBM IS NULL THEN '药品目录中没有该药品'
-              WHEN A.SFSL < 0 THEN '出库数量不能小于0'
-              ELSE '需要' + REPLACE(CONVERT(varchar(20), CONVERT(decimal(18,2), X.SL)), '.00', '')
-                   + CASE WHEN ISNULL(B.ZXDW, '') = '' THEN ISNULL(B.DW, '') ELSE B.ZXDW END
-                   + '，当前库存' + REPLACE(CONVERT(varchar(20), CONVERT(decimal(18,2), ISNULL(B.YKKCL, 0))), '.00', '')
-                   + CASE WHEN ISNULL(B.ZXDW, '') = '' THEN ISNULL(B.DW, '') ELSE B.ZXDW END
-         END AS YY
-  FROM YPSLMX A
-       JOIN (SELECT YPBM, SUM(SFSL * CLB) AS SL FROM YPSLMX WHERE SLDH = @SLDH GROUP BY YPBM) X ON X.YPBM = A.YPBM
-       LEFT JOIN YF_YPML B ON B.YPBM = A.YPBM
-  WHERE A.SLDH = @SLDH AND (B.YPBM IS NULL OR A.SFSL < 0 OR X.SL > ISNULL(B.YKKCL, 0))
-  ORDER BY A.id
+  EXEC SP_YK_CKJC @SLDH, 0
 END
 GO
 
 IF OBJECT_ID('SP_YK_UpdateCKJG') IS NOT NULL DROP PROCEDURE SP_YK_UpdateCKJG
 GO
 -- Moves a confirmed issue note out of stock, whole or not at all: counter, batches, prices of the lines, log.
--- Batches go in the order of SP_GetPH. A line that one batch does not cover becomes one line for each batch; what
--- is no whole number of the line's unit is then counted in the smallest unit. Stock that no batch accounts for goes
--- out without a batch number, since counter and batches may differ until the next stock take.
+-- Batches go in the order of expiry, those without one last, expired ones never. A line that one batch does not cover
+-- becomes one line for each batch; what is no whole number of the line's unit is then counted in the smallest unit.
+-- Stock that no batch accounts for goes out without a batch number, since counter and batches may differ until the
+-- next stock take.
 CREATE PROCEDURE SP_YK_UpdateCKJG
   @SLDH varchar(50)
 AS
@@ -183,8 +233,10 @@ BEGIN
   SET NOCOUNT ON
   SET XACT_ABORT ON
 
-  DECLARE @LYDW varchar(100), @FYYK varchar(50), @YKQRR varchar(50), @XX varchar(300)
+  DECLARE @LYDW varchar(100), @FYYK varchar(50), @YKQRR varchar(50), @XX varchar(2000)
 
+  CREATE TABLE #BZ (XH int IDENTITY(1,1) NOT NULL, YPMC varchar(100) COLLATE DATABASE_DEFAULT NOT NULL,
+                    YPBM varchar(30) COLLATE DATABASE_DEFAULT NOT NULL, YY varchar(2000) COLLATE DATABASE_DEFAULT NOT NULL)
   -- A line's quantity in the smallest unit, SL, starts behind the QS that the lines ahead of it take of the drug.
   CREATE TABLE #MX (id int NOT NULL, YPBM varchar(30) COLLATE DATABASE_DEFAULT NOT NULL,
                     SL decimal(18,6) NOT NULL, QS decimal(18,6) NOT NULL)
@@ -192,9 +244,11 @@ BEGIN
   CREATE TABLE #PC (XH int IDENTITY(1,1) NOT NULL, ID int NOT NULL, YPBM varchar(30) COLLATE DATABASE_DEFAULT NOT NULL,
                     PH varchar(50) COLLATE DATABASE_DEFAULT NULL, XQ datetime NULL,
                     SL decimal(18,6) NOT NULL, QS decimal(18,6) NOT NULL)
-  -- What each line takes of each batch; without a batch PCID is NULL.
+  -- What each line takes of each batch, behind the QS that it takes of others; without a batch PCID is NULL. CX tells
+  -- that it is counted in the smallest unit at the price LSJ, and GSL of it a millionth dearer.
   CREATE TABLE #FP (MXID int NOT NULL, PCID int NULL, PH varchar(50) COLLATE DATABASE_DEFAULT NULL, XQ datetime NULL,
-                    SL decimal(18,6) NOT NULL, XH int NOT NULL)
+                    SL decimal(18,6) NOT NULL, QS decimal(18,6) NOT NULL, XH int NOT NULL,
+                    CX int NOT NULL DEFAULT 0, LSJ decimal(18,6) NULL, GSL decimal(18,6) NULL)
 
   BEGIN TRAN
 
@@ -225,12 +279,10 @@ BEGIN
   SET YKKCL = ISNULL(YKKCL, 0) - ISNULL((SELECT SUM(A.SFSL * A.CLB) FROM YPSLMX A
                                          WHERE A.SLDH = @SLDH AND A.YPBM = YF_YPML.YPBM), 0)
   WHERE YPBM IN (SELECT YPBM FROM YPSLMX WHERE SLDH = @SLDH)
-  SELECT TOP 1 @XX = '【' + ISNULL(B.YPMC, '') + '  ' + A.YPBM + '】库存不足，出库单【' + @SLDH + '】没有出库。'
-  FROM YPSLMX A LEFT JOIN YF_YPML B ON B.YPBM = A.YPBM
-  WHERE A.SLDH = @SLDH AND (B.YPBM IS NULL OR B.YKKCL < 0 OR A.SFSL < 0)
-  ORDER BY A.id
-  IF @XX IS NOT NULL
+  INSERT INTO #BZ (YPMC, YPBM, YY) EXEC SP_YK_CKJC @SLDH, 1
+  IF EXISTS (SELECT 1 FROM #BZ)
   BEGIN
+    SELECT @XX = '【' + YPMC + '  ' + YPBM + '】库存不足，' + YY + '。出库单【' + @SLDH + '】没有出库。' FROM #BZ WHERE XH = 1
     ROLLBACK TRAN
     RAISERROR('%s', 16, 1, @XX)
     RETURN
@@ -253,22 +305,22 @@ BEGIN
   INSERT INTO #PC (ID, YPBM, PH, XQ, SL, QS)
   SELECT ID, YPBM, PH, XQ, SL, 0
   FROM YK_CurryPH
-  WHERE SL > 0 AND YPBM IN (SELECT YPBM FROM #MX)
-  ORDER BY CASE WHEN XQ < DATEADD(day, -1, GETDATE()) THEN 2 WHEN XQ IS NULL THEN 1 ELSE 0 END, XQ, RKRQ, ID
+  WHERE SL > 0 AND (XQ IS NULL OR XQ >= DATEADD(day, -1, GETDATE())) AND YPBM IN (SELECT YPBM FROM #MX)
+  ORDER BY CASE WHEN XQ IS NULL THEN 1 ELSE 0 END, XQ, RKRQ, ID
   UPDATE #PC
   SET QS = ISNULL((SELECT SUM(Q.SL) FROM #PC Q WHERE Q.YPBM = #PC.YPBM AND Q.XH < #PC.XH), 0)
 
-  INSERT INTO #FP (MXID, PCID, PH, XQ, SL, XH)
+  INSERT INTO #FP (MXID, PCID, PH, XQ, SL, QS, XH)
   SELECT M.id, P.ID, P.PH, P.XQ,
          CASE WHEN M.QS + M.SL < P.QS + P.SL THEN M.QS + M.SL ELSE P.QS + P.SL END
          - CASE WHEN M.QS > P.QS THEN M.QS ELSE P.QS END,
-         P.XH
+         CASE WHEN M.QS > P.QS THEN 0 ELSE P.QS - M.QS END, P.XH
   FROM #MX M JOIN #PC P ON P.YPBM = M.YPBM
   WHERE M.QS < P.QS + P.SL AND P.QS < M.QS + M.SL
-  INSERT INTO #FP (MXID, PCID, PH, XQ, SL, XH)
-  SELECT M.id, NULL, NULL, NULL, M.SL - ISNULL((SELECT SUM(F.SL) FROM #FP F WHERE F.MXID = M.id), 0), 2147483647
-  FROM #MX M
-  WHERE M.SL > ISNULL((SELECT SUM(F.SL) FROM #FP F WHERE F.MXID = M.id), 0)
+  INSERT INTO #FP (MXID, PCID, PH, XQ, SL, QS, XH)
+  SELECT X.id, NULL, NULL, NULL, X.SL - X.YP, X.YP, 2147483647
+  FROM (SELECT M.id, M.SL, ISNULL((SELECT SUM(F.SL) FROM #FP F WHERE F.MXID = M.id), 0) AS YP FROM #MX M) X
+  WHERE X.SL > X.YP
 
   UPDATE YK_CurryPH
   SET SL = SL - (SELECT SUM(F.SL) FROM #FP F WHERE F.PCID = YK_CurryPH.ID)
@@ -281,15 +333,34 @@ BEGIN
       XQ = (SELECT F.XQ FROM #FP F WHERE F.MXID = YPSLMX.id)
   WHERE id IN (SELECT MXID FROM #FP GROUP BY MXID HAVING COUNT(*) = 1)
   DELETE FROM #FP WHERE MXID IN (SELECT MXID FROM #FP GROUP BY MXID HAVING COUNT(*) = 1)
+
+  -- A line is worth the same split or not, to the last decimal: the smallest unit costs the line's price over its ratio,
+  -- cut to the six decimals of a price, and of the units so counted the first few cost a millionth more, as many as
+  -- make up for the cut. CLLSJ is another price, and 0 where nobody has set it.
+  UPDATE #FP
+  SET CX = 1, LSJ = ROUND(A.LSJ / A.CLB, 6, 1)
+  FROM #FP JOIN YPSLMX A ON A.id = #FP.MXID JOIN YF_YPML B ON B.YPBM = A.YPBM
+  WHERE FLOOR(#FP.SL / A.CLB) * A.CLB <> #FP.SL AND ISNULL(B.ZXDW, '') <> '' AND B.ZXDW <> ISNULL(A.DW, '')
+  UPDATE #FP
+  SET GSL = (A.LSJ - #FP.LSJ * A.CLB) * 1000000
+            * (SELECT SUM(F.SL) FROM #FP F WHERE F.MXID = #FP.MXID AND F.CX = 1) / A.CLB
+            - ISNULL((SELECT SUM(F.SL) FROM #FP F WHERE F.MXID = #FP.MXID AND F.CX = 1 AND F.XH < #FP.XH), 0)
+  FROM #FP JOIN YPSLMX A ON A.id = #FP.MXID
+  WHERE #FP.CX = 1
+  UPDATE #FP SET GSL = CASE WHEN GSL < 0 THEN 0 WHEN GSL > SL THEN SL ELSE GSL END WHERE CX = 1
+
   INSERT INTO YPSLMX (SLDH, YPBM, DW, CD, SLSL, SFSL, CLB, LSJ, PH, XQ)
-  SELECT X.SLDH, X.YPBM, CASE X.CL WHEN 1 THEN X.ZXDW ELSE X.DW END, X.CD,
-         CASE X.CL WHEN 1 THEN X.SL ELSE X.SL / X.CLB END, CASE X.CL WHEN 1 THEN X.SL ELSE X.SL / X.CLB END,
-         CASE X.CL WHEN 1 THEN 1 ELSE X.CLB END, CASE X.CL WHEN 1 THEN X.CLLSJ ELSE X.LSJ END, X.PH, X.XQ
-  FROM (SELECT F.MXID, F.XH, F.SL, F.PH, F.XQ, A.SLDH, A.YPBM, A.DW, A.CD, A.CLB, A.LSJ, B.ZXDW,
-               CASE B.ZXDW WHEN B.DW THEN B.LSJ ELSE B.CLLSJ END AS CLLSJ,
-               CASE WHEN FLOOR(F.SL / A.CLB) * A.CLB = F.SL OR ISNULL(B.ZXDW, '') = '' THEN 0 ELSE 1 END AS CL
-        FROM #FP F JOIN YPSLMX A ON A.id = F.MXID JOIN YF_YPML B ON B.YPBM = A.YPBM) X
-  ORDER BY X.MXID, X.XH
+  SELECT A.SLDH, A.YPBM, X.DW, A.CD, X.SL, X.SL, X.CLB, X.LSJ, X.PH, X.XQ
+  FROM (SELECT F.MXID, F.XH, A.DW, ROUND((F.QS + F.SL) / A.CLB, 6) - ROUND(F.QS / A.CLB, 6) AS SL, A.CLB, A.LSJ, F.PH, F.XQ
+        FROM #FP F JOIN YPSLMX A ON A.id = F.MXID WHERE F.CX = 0
+        UNION ALL
+        SELECT F.MXID, F.XH, B.ZXDW, F.GSL, 1, F.LSJ + 0.000001, F.PH, F.XQ
+        FROM #FP F JOIN YPSLMX A ON A.id = F.MXID JOIN YF_YPML B ON B.YPBM = A.YPBM WHERE F.CX = 1 AND F.GSL > 0
+        UNION ALL
+        SELECT F.MXID, F.XH, B.ZXDW, F.SL - F.GSL, 1, F.LSJ, F.PH, F.XQ
+        FROM #FP F JOIN YPSLMX A ON A.id = F.MXID JOIN YF_YPML B ON B.YPBM = A.YPBM WHERE F.CX = 1 AND F.GSL < F.SL) X
+       JOIN YPSLMX A ON A.id = X.MXID
+  ORDER BY X.MXID, X.XH, X.LSJ DESC
   DELETE FROM YPSLMX WHERE id IN (SELECT MXID FROM #FP)
 
   COMMIT TRAN
