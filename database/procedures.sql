@@ -409,24 +409,42 @@ GO
 
 IF OBJECT_ID('SP_Set_PDKC') IS NOT NULL DROP PROCEDURE SP_Set_PDKC
 GO
--- Sets the storehouse stock of the drugs that SP_Get_WFYYPML lists to 0 and removes their batches. The client records
--- the action; the movement log has no row of it, as nothing was moved.
+-- Sets the storehouse stock of the drugs that SP_Get_WFYYPML lists to 0: counter, batches and log. The log takes the row
+-- of a stock take that counted 0, without an operator, whom the call does not name: without it the report of earlier
+-- periods would be counted back from a 0 that no movement led to. Only drugs get one of which anything but 0 is known;
+-- it would change nothing for the others, which in a large catalogue are most, and a second call writes none. A drug
+-- whose log alone is off gets one too, so that all three figures agree from here on.
 CREATE PROCEDURE SP_Set_PDKC
   @KSRQ datetime, @JSRQ datetime, @KFMC varchar(50)
 AS
 BEGIN
   SET NOCOUNT ON
   SET XACT_ABORT ON
-  CREATE TABLE #WP (YPBM varchar(30) COLLATE DATABASE_DEFAULT NOT NULL PRIMARY KEY)
+  -- The counter and the last stock take of each drug
+  CREATE TABLE #WP (YPBM varchar(30) COLLATE DATABASE_DEFAULT NOT NULL PRIMARY KEY, YKKCL decimal(18,6) NOT NULL, PDID int NULL)
 
   BEGIN TRAN
-  INSERT INTO #WP (YPBM)
-  SELECT YPBM
+  INSERT INTO #WP (YPBM, YKKCL)
+  SELECT YPBM, ISNULL(YKKCL, 0)
   FROM YF_YPML
   WHERE SFXM IN (SELECT sChargeItemName FROM YFYK_LinkItem WHERE sInvItemName LIKE @KFMC)
     AND NOT EXISTS (SELECT 1 FROM YF_PDMX P
                     WHERE P.YPBM = YF_YPML.YPBM AND P.PDRQ BETWEEN @KSRQ AND @JSRQ AND P.KFBM LIKE @KFMC)
   UPDATE YF_YPML SET YKKCL = 0 WHERE YPBM IN (SELECT YPBM FROM #WP)
+
+  -- What another workstation moved up to here stands in the log by now.
+  UPDATE #WP SET PDID = (SELECT MAX(C.id) FROM YPCRK C WHERE C.YPBM = #WP.YPBM AND C.MS = '药品盘点')
+  INSERT INTO YPCRK (YPBM, SL, CLB, KCL, DW, LB, MS, RQ, KFBM, BZ, CZY)
+  SELECT W.YPBM, 0, 1, 0, CASE WHEN B.CLB >= 2 THEN B.ZXDW ELSE B.DW END, 0, '药品盘点', GETDATE(), @KFMC,
+         '盘点日期：' + CONVERT(varchar(10), GETDATE(), 120), ''
+  FROM #WP W JOIN YF_YPML B ON B.YPBM = W.YPBM
+  WHERE W.YKKCL <> 0
+     OR EXISTS (SELECT 1 FROM YK_CurryPH P WHERE P.YPBM = W.YPBM AND P.SL <> 0)
+     OR ISNULL((SELECT C.KCL FROM YPCRK C WHERE C.id = W.PDID), 0)
+        + ISNULL((SELECT SUM(CASE C.LB WHEN 0 THEN C.KCL ELSE -C.KCL END) FROM YPCRK C
+                  WHERE C.YPBM = W.YPBM AND C.id > ISNULL(W.PDID, 0)), 0) <> 0
+  ORDER BY W.YPBM
+
   DELETE FROM YK_CurryPH WHERE YPBM IN (SELECT YPBM FROM #WP)
   COMMIT TRAN
 END
