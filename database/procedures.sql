@@ -457,8 +457,10 @@ GO
 IF OBJECT_ID('YK_YGYP') IS NOT NULL DROP PROCEDURE YK_YGYP
 GO
 -- Drugs to buy: those in use whose good stock has fallen to the lower limit. Stock that expires within 90 days is not
--- counted on. Figures are in the large unit: KCL the good stock, KCSX the upper limit up to which to buy, ZDJJ and
--- ZGJJ the lowest and highest price paid, ZDGHS who asked the lowest price most recently.
+-- counted on: what remains of the counter without it or, where the batches exceed the counter, what the good batches
+-- hold, so that batches which wholesale left behind neither hide good stock nor make it negative.
+-- Figures are in the large unit: KCL the good stock, KCSX the upper limit up to which to buy, ZDJJ and ZGJJ the lowest
+-- and highest price paid, ZDGHS who asked the lowest price most recently.
 CREATE PROCEDURE YK_YGYP
   @KFMC varchar(50)
 AS
@@ -471,14 +473,21 @@ BEGIN
          (SELECT TOP 1 D.GHDW FROM YK_YPRKMX M JOIN YK_YPRK D ON D.RKDH = M.RKDH
           WHERE M.YPBM = X.YPBM AND M.PFJ > 0 AND M.RKSL > 0 ORDER BY M.PFJ, M.id DESC) AS ZDGHS,
          (SELECT MAX(M.PFJ) FROM YK_YPRKMX M WHERE M.YPBM = X.YPBM AND M.PFJ > 0 AND M.RKSL > 0) AS ZGJJ
-  FROM (SELECT YPBM, YPMC, SPMC, GG, DW, SCCJ, PYDM, YKKCSX AS KCSX, YKKCXX AS KCXX,
-               CASE WHEN CLB > 1 THEN CLB ELSE 1 END AS BZ,
-               ISNULL(YKKCL, 0) - ISNULL((SELECT SUM(P.SL) FROM YK_CurryPH P
-                                          WHERE P.YPBM = YF_YPML.YPBM AND P.SL > 0
-                                            AND P.XQ < DATEADD(day, 90, GETDATE())), 0) AS KC
-        FROM YF_YPML
-        WHERE SFXM IN (SELECT sChargeItemName FROM YFYK_LinkItem WHERE sInvItemName LIKE @KFMC)
-          AND ISNULL(SFTY, 0) = 0 AND YKKCXX <> 0) X
+  FROM (SELECT Y.YPBM, Y.YPMC, Y.SPMC, Y.GG, Y.DW, Y.SCCJ, Y.PYDM, Y.KCSX, Y.KCXX, Y.BZ,
+               CASE WHEN Y.KCL <= 0 THEN 0
+                    WHEN Y.KCL - Y.LJSL > Y.HGSL THEN Y.KCL - Y.LJSL
+                    WHEN Y.KCL > Y.HGSL THEN Y.HGSL
+                    ELSE Y.KCL END AS KC
+        FROM (SELECT YPBM, YPMC, SPMC, GG, DW, SCCJ, PYDM, YKKCSX AS KCSX, YKKCXX AS KCXX, ISNULL(YKKCL, 0) AS KCL,
+                     CASE WHEN CLB > 1 THEN CLB ELSE 1 END AS BZ,
+                     ISNULL((SELECT SUM(P.SL) FROM YK_CurryPH P
+                             WHERE P.YPBM = YF_YPML.YPBM AND P.SL > 0 AND P.XQ < DATEADD(day, 90, GETDATE())), 0) AS LJSL,
+                     ISNULL((SELECT SUM(P.SL) FROM YK_CurryPH P
+                             WHERE P.YPBM = YF_YPML.YPBM AND P.SL > 0
+                               AND (P.XQ IS NULL OR P.XQ >= DATEADD(day, 90, GETDATE()))), 0) AS HGSL
+              FROM YF_YPML
+              WHERE SFXM IN (SELECT sChargeItemName FROM YFYK_LinkItem WHERE sInvItemName LIKE @KFMC)
+                AND ISNULL(SFTY, 0) = 0 AND YKKCXX <> 0) Y) X
   WHERE X.KC <= X.KCXX
   ORDER BY X.PYDM, X.YPBM
 END
