@@ -50,7 +50,7 @@ void password::TakeServerTime() {
 
 void password::TestUserPassword(const std::string& name, const std::string& typed) {
   EnsureLoaded();
-  Trapped(app_, [&] {
+  const bool ran = Trapped(app_, [&] {
     const std::string stripped = Replace(typed, "'", "");
     if (!IsListed(name)) {
       app_.desktop.MsgBox({"该用户不存在！", box::kWarning, "系统提示"});
@@ -67,6 +67,8 @@ void password::TestUserPassword(const std::string& name, const std::string& type
     TakeOver(user, name, stripped);
     EnterProgram(name);
   });
+  // What failed may have been asked when this window had gone already and the next had not come.
+  if (!ran && !IsUnloaded() && !app_.forms.Find(mainfrm::kName)) Show();
 }
 
 bool password::IsListed(const std::string& name) const {
@@ -115,10 +117,10 @@ void password::ReadReportUnit() {
 
 void password::EnterProgram(const std::string& name) {
   Forms::HandlerScope scope(app_.forms);
+  if (!app_.SwitchUser) ReadReportUnit();
   Hide();
   app_.desktop.DoEvents();
   if (!app_.SwitchUser) {
-    ReadReportUnit();
     app_.forms.Get<mainfrm>(app_).Show();
   } else {
     app_.forms.Get<mainfrm>(app_).ShowOperator("操作员：" + name);

@@ -72,13 +72,18 @@ void Main(AppContext& app) {
 
 void ExitApp(AppContext& app) {
   Forms::HandlerScope scope(app.forms);
+  const auto whatever_fails = [](const auto& step) {
+    try {
+      step();
+    } catch (...) {
+    }
+  };
   if (!app.Ended) {
     app.Ended = true;
-    try {
+    whatever_fails([&] {
       if (app.Cn) app.Cn->Close();
-      app.forms.UnloadAll();
-    } catch (const Failure&) {
-    }
+    });
+    whatever_fails([&] { app.forms.UnloadAll(); });
     app.Cn.reset();
     app.desktop.EndProcess();
   }

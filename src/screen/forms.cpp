@@ -1,7 +1,7 @@
 #include "screen/forms.h"
 
 #include <algorithm>
-#include <optional>
+#include <exception>
 
 #include "util/failure.h"
 #include "util/text.h"
@@ -57,16 +57,16 @@ void Forms::AppearedBeside(Form& form) {
 
 void Forms::UnloadAll() {
   HandlerScope scope(*this);
-  std::optional<Failure> first;
+  std::exception_ptr first;
   while (!forms_.empty()) {
     Form& form = *forms_.back();
     try {
       form.CloseNow();
-    } catch (const Failure& failure) {
-      if (!first) first = failure;
+    } catch (...) {
+      if (!first) first = std::current_exception();
     }
   }
-  if (first) throw *first;
+  if (first) std::rethrow_exception(first);
 }
 
 Forms::HandlerScope::~HandlerScope() {
