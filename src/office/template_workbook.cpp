@@ -1,5 +1,6 @@
 #include "office/template_workbook.h"
 
+#include <cmath>
 #include <com/sun/star/awt/FontWeight.hpp>
 #include <com/sun/star/beans/PropertyValue.hpp>
 #include <com/sun/star/beans/XPropertySet.hpp>
@@ -21,10 +22,13 @@
 #include <com/sun/star/text/XText.hpp>
 #include <com/sun/star/util/XCloseable.hpp>
 #include <com/sun/star/util/XMergeable.hpp>
+#include <map>
+#include <utility>
 #include <vector>
 
 #include "office/find_office.h"
 #include "office/uno_office.h"
+#include "util/text.h"
 #include "util/whole_file.h"
 
 namespace luming {
@@ -106,6 +110,14 @@ class TemplateWorkbook : public Workbook {
       const int last_col = col + static_cast<int>(width) - 1;
       const Reference<css::sheet::XCellRangeData> data(Range(row, col, last_row, last_col), UNO_QUERY_THROW);
       data->setDataArray(block);
+      if (texts.size() == 1 && width == 1) {
+        single_cells_.push_back({row, col});
+      } else {
+        for (int line = row; line <= last_row; ++line) lines_.try_emplace(line, HeightOf(line));
+      }
+      for (std::size_t i = 0; i < width; ++i) {
+        if (AllFigures(texts, i)) ShrinkFigures(row, last_row, col + static_cast<int>(i));
+      }
     });
   }
 
@@ -125,9 +137,10 @@ class TemplateWorkbook : public Workbook {
       for (const char* weight : {"CharWeight", "CharWeightAsian"}) {
         look->setPropertyValue(rtl::OUString::createFromAscii(weight), css::uno::Any(css::awt::FontWeight::NORMAL));
       }
-      for (int i = 0; i < count; ++i) inserted_.push_back(row + i);
+      PushDown(row, count);
+      const sal_Int32 height = HeightOf(row + count);
+      for (int i = 0; i < count; ++i) lines_[row + i] = height;
       RepeatOnEachPage(row - 1);
-      least_height_ = HeightOf(row + count);
     });
   }
 
@@ -143,6 +156,7 @@ class TemplateWorkbook : public Workbook {
       border.IsTopLineValid = border.IsBottomLineValid = border.IsLeftLineValid = border.IsRightLineValid = true;
       const Reference<css::beans::XPropertySet> look(range, UNO_QUERY_THROW);
       look->setPropertyValue("TableBorder2", css::uno::Any(border));
+      single_cells_.push_back({row, first_col});
     });
   }
 
@@ -197,12 +211,83 @@ class TemplateWorkbook : public Workbook {
     return height;
   }
 
-  /// Inserted rows grow with what was written into them and are never lower than the row that they pushed down.
-  void FitHeights() {
-    for (const int row : inserted_) {
-      RowLook(row)->setPropertyValue("OptimalHeight", css::uno::Any(true));
-      if (HeightOf(row) < least_height_) RowLook(row)->setPropertyValue("Height", css::uno::Any(least_height_));
+  void SetHeight(int row, sal_Int32 height) { RowLook(row)->setPropertyValue("Height", css::uno::Any(height)); }
+
+  /// What is known of rows from `row` on goes down with them.
+  void PushDown(int row, int count) {
+    std::map<int, sal_Int32> moved;
+    for (const auto& [line, least_height] : lines_) moved[line >= row ? line + count : line] = least_height;
+    lines_ = std::move(moved);
+    for (CellPlace& cell : single_cells_) {
+      if (cell.row >= row) cell.row += count;
     }
+  }
+
+  static bool AllFigures(const std::vector<std::vector<std::string>>& texts, std::size_t col) {
+    bool any = false;
+    for (const std::vector<std::string>& line : texts) {
+      if (col >= line.size() || line[col].empty()) continue;
+      const std::string_view text = line[col];
+      if (!CellNumber(text.starts_with('\'') ? text.substr(1) : text)) return false;
+      any = true;
+    }
+    return any;
+  }
+
+  /// A figure too wide for its column would show as "###", or in two lines where it is kept as a text.
+  void ShrinkFigures(int row, int last_row, int col) {
+    const Reference<css::beans::XPropertySet> look(Range(row, col, last_row, col), UNO_QUERY_THROW);
+    look->setPropertyValue("IsTextWrapped", css::uno::Any(false));
+    look->setPropertyValue("ShrinkToFit", css::uno::Any(true));
+  }
+
+  /// Rows grow with what was written into them and are never lower than they were, inserted ones than the row that they
+  /// pushed down. The office program does not reckon with cells that were joined: those are measured here.
+  void FitHeights() {
+    for (const auto& [row, least_height] : lines_) {
+      RowLook(row)->setPropertyValue("OptimalHeight", css::uno::Any(true));
+      if (HeightOf(row) < least_height) SetHeight(row, least_height);
+    }
+    for (const CellPlace& cell : single_cells_) FitHeight(cell);
+  }
+
+  void FitHeight(const CellPlace& cell) {
+    constexpr double kPoint = 2540.0 / 72;  // hundredths of a millimetre
+    constexpr double kLine = 1.35;          // of the font's size
+    const Reference<css::beans::XPropertySet> look(Range(cell.row, cell.col, cell.row, cell.col), UNO_QUERY_THROW);
+    float points = 0;
+    look->getPropertyValue("CharHeight") >>= points;
+    const double text = WidthIn(Shown(cell.row, cell.col), points * kPoint);
+    const double lines = std::ceil(text / std::max(1.0, WidthOfCell(cell)));
+    const auto height = static_cast<sal_Int32>((lines + 0.4) * points * kLine * kPoint);
+    if (lines <= 1 || CellNumber(Shown(cell.row, cell.col))) return;
+    look->setPropertyValue("IsTextWrapped", css::uno::Any(true));
+    if (HeightOf(cell.row) < height) SetHeight(cell.row, height);
+  }
+
+  /// @param size of the font: a character of two columns is as wide
+  static double WidthIn(std::string_view text, double size) {
+    double width = 0;
+    for (std::size_t at = 0; at < text.size();) width += NextCodePoint(text, at) < 0x2E80 ? size * 0.6 : size;
+    return width;
+  }
+
+  /// What is left for the text of a cell, all columns that were joined to it included.
+  double WidthOfCell(const CellPlace& cell) {
+    constexpr double kMargins = 120;
+    const Reference<css::sheet::XSheetCellRange> range(Range(cell.row, cell.col, cell.row, cell.col), UNO_QUERY_THROW);
+    const Reference<css::sheet::XSheetCellCursor> cursor = sheet_->createCursorByRange(range);
+    cursor->collapseToMergedArea();
+    const Reference<css::table::XColumnRowRange> joined(cursor, UNO_QUERY_THROW);
+    const Reference<css::table::XTableColumns> columns = joined->getColumns();
+    double width = -kMargins;
+    for (sal_Int32 i = 0; i < columns->getCount(); ++i) {
+      sal_Int32 column = 0;
+      Reference<css::beans::XPropertySet>(columns->getByIndex(i), UNO_QUERY_THROW)->getPropertyValue("Width") >>=
+          column;
+      width += column;
+    }
+    return width;
   }
 
   std::string AllText() {
@@ -235,8 +320,8 @@ class TemplateWorkbook : public Workbook {
   UnoOffice office_;
   Reference<css::lang::XComponent> document_;
   Reference<css::sheet::XSpreadsheet> sheet_;
-  std::vector<int> inserted_;
-  sal_Int32 least_height_ = 0;
+  std::map<int, sal_Int32> lines_;       ///< rows of the table that were written or inserted, and their least height
+  std::vector<CellPlace> single_cells_;  ///< written on their own
 };
 
 std::unique_ptr<Workbook> OpenTemplate(const std::filesystem::path& office, const std::filesystem::path& file,

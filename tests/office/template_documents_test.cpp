@@ -169,6 +169,35 @@ TEST_F(TemplateDocumentsTest, AWholesaleOfTwoLinesUsesTheTemplatesOwnRows) {
   EXPECT_EQ(lines[2], "     批发时间：2026-03-01    制单人:张三");
 }
 
+TEST_F(TemplateDocumentsTest, LongNamesAndLargeAmountsAreReadWhole) {
+  const std::string supplier =
+      "望川江北医药物流股份有限公司西北分公司第三配送中心药品器械综合经营部（原林壑医药采购供应站）";
+  const std::string drug = "注射用重组人粒细胞巨噬细胞集落刺激因子冻干制剂（预充式）";
+  // A wrapped text is read line by line among those beside it: where its end stands, all of it does.
+  const auto times = [&](const char* end) { return Split(keeper.pdf_text, end).size() - 1; };
+  Grid& detail = form.detail;
+  for (int line = 1; line <= 2; ++line) {
+    AddRow(detail, {drug, "每支150微克，每盒10支附注射用水", "盒", supplier, "99999", "123456.78", "12345678901.22",
+                    "234567.89", "23456789012.34", "11111110111.12", "K260412001" + std::to_string(line), "2027-6-30"});
+  }
+  GridSumRow(detail, 1, {7, 9, 10});
+  AddRow(detail, {"     入库时间：2026-03-01    制单人：张三     复核人：李四"});
+  detail.SetSpan(detail.MaxRows(), 1, 1, 12);
+  AddRow(form.list, {"202603010007", "F1", "2026-3-1 10:00:00", "2026-03-01", supplier});
+  PrintRKD(note_app, true, form.list, detail);
+  EXPECT_EQ(keeper.pdf_text.find("###"), std::string::npos);
+  EXPECT_EQ(times("采购供应站）"), 3u) << keeper.pdf_text;
+  EXPECT_EQ(times("冻干制剂（预充式）"), 2u) << keeper.pdf_text;
+  EXPECT_EQ(times("12345678901.22") + times("46913578024.68"), 3u) << keeper.pdf_text;
+
+  SaveIssueNote("202603010009", "'张三'", 2);
+  Run("Update YF_YPML Set YPMC='" + drug + "' Where YPBM='100001'");
+  Run("Update YPSLMX Set LSJ=12345678.9 Where SLDH='202603010009'");
+  PrintCKD(note_app, true, "202603010009");
+  EXPECT_EQ(keeper.pdf_text.find("###"), std::string::npos);
+  EXPECT_EQ(times("冻干制剂（预充式）") + times("37037036.70"), 3u) << keeper.pdf_text;
+}
+
 TEST_F(TemplateDocumentsTest, MissingAndDamagedTemplatesShowTheCommonBox) {
   AddRow(form.list, {"1"});
   AddRow(form.detail, {"1"});
