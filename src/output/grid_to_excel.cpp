@@ -28,31 +28,70 @@ int WidthOf(std::string_view text) {
   return width;
 }
 
-/// The formula of a grid's cell as it reads `rows` rows further down.
-std::string Shifted(const std::string& formula, int rows) {
-  std::string shifted;
-  for (std::size_t i = 0; i < formula.size();) {
-    const std::size_t letters = formula.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ", i) - i;
-    const std::size_t digits_at = i + std::min(letters, formula.size() - i);
-    std::size_t end = digits_at;
-    while (end < formula.size() && formula[end] >= '0' && formula[end] <= '9') ++end;
-    if (digits_at > i && end > digits_at) {
-      shifted += formula.substr(i, digits_at - i);
-      shifted += std::to_string(std::stoi(formula.substr(digits_at, end - digits_at)) + rows);
-      i = end;
-    } else {
-      shifted += formula[i++];
+/// "2026-03-01" as a day; nothing for any other text.
+std::optional<DateTime> DayIn(std::string_view text) {
+  constexpr std::string_view kPicture = "0000-00-00";
+  if (text.size() != kPicture.size()) return std::nullopt;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const bool digit = text[i] >= '0' && text[i] <= '9';
+    if (digit != (kPicture[i] == '0')) return std::nullopt;
+  }
+  return ParseDate(text, DateTime(2000, 1, 1));
+}
+
+/// Where the columns of a grid stand in the sheet: hidden ones do not come along.
+class SheetPlaces {
+ public:
+  explicit SheetPlaces(const Grid& grid) : places_(static_cast<std::size_t>(grid.MaxCols()) + 1) {
+    for (int col = 1; col <= grid.MaxCols(); ++col) {
+      if (grid.ColumnHidden(col)) continue;
+      shown_.push_back(col);
+      places_[static_cast<std::size_t>(col)] = static_cast<int>(shown_.size());
     }
   }
-  return shifted;
-}
+
+  const std::vector<int>& Shown() const { return shown_; }
+  /// How many of so many columns from `col` on are in the sheet.
+  int CountOf(int col, int cols) const {
+    return static_cast<int>(
+        std::ranges::count_if(shown_, [&](int shown) { return shown >= col && shown < col + cols; }));
+  }
+
+  /// The formula as it reads `rows` rows further down; empty when a column of it has stayed behind.
+  std::string Moved(const std::string& formula, int rows) const {
+    std::string moved;
+    for (std::size_t i = 0; i < formula.size();) {
+      const std::size_t letters = formula.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ", i) - i;
+      const std::size_t digits_at = i + std::min(letters, formula.size() - i);
+      std::size_t end = digits_at;
+      while (end < formula.size() && formula[end] >= '0' && formula[end] <= '9') ++end;
+      if (digits_at > i && end > digits_at) {
+        const auto cell = ParseAddress(std::string_view(formula).substr(i, end - i));
+        const int place =
+            cell && cell->col < static_cast<int>(places_.size()) ? places_[static_cast<std::size_t>(cell->col)] : 0;
+        if (place == 0) return {};
+        moved += ColumnLetters(place) + std::to_string(cell->row + rows);
+        i = end;
+      } else {
+        moved += formula[i++];
+      }
+    }
+    return moved;
+  }
+
+ private:
+  std::vector<int> shown_;
+  std::vector<int> places_;
+};
 
 /// One column of the grid on its way into a sheet.
 class ColumnExport {
  public:
-  ColumnExport(const Grid& grid, int col) : grid_(grid), col_(col) {
+  ColumnExport(const Grid& grid, const SheetPlaces& places, int col) : grid_(grid), places_(places), col_(col) {
+    const Holds holds = grid.ColumnHolds(col);
     bool summed = false;
-    bool all_numbers = grid.ColumnHolds(col) != Holds::kCode;
+    bool all_numbers = holds == Holds::kAnything;
+    bool all_days = holds == Holds::kAnything;
     int widest = WidthOf(grid.Text(0, col));
     for (int row = 1; row <= grid.MaxRows(); ++row) {
       const std::string text = grid.Text(row, col);
@@ -60,46 +99,53 @@ class ColumnExport {
       summed = summed || !formula.empty();
       if (grid.Span(row, col).second == 1) widest = std::max(widest, WidthOf(text));
       if (formula.empty() && !text.empty() && !grid.Bold(row, col) && grid.Span(row, col).second == 1) {
-        all_numbers = all_numbers && CellNumber(text).has_value();
-        if (const auto number = CellNumber(text)) {
+        const auto number = CellNumber(text);
+        all_numbers = all_numbers && number;
+        all_days = all_days && DayIn(text);
+        if (number) {
           const std::string picture = PictureOf(text);
           if (picture.size() > widest_picture_.size()) widest_picture_ = picture;
         }
       }
     }
-    as_numbers_ = summed || all_numbers;
+    as_numbers_ = summed || all_numbers || holds == Holds::kFigure;
+    as_days_ = all_days || holds == Holds::kDate;
     width_ = grid.ColumnWidth(col) > 0 ? grid.ColumnWidth(col) : std::clamp(widest + 2, kNarrowest, kWidest);
   }
 
-  SheetColumn Column() const { return {static_cast<double>(width_), grid_.ColumnHidden(col_)}; }
+  SheetColumn Column() const { return {static_cast<double>(width_)}; }
 
   SheetCell Header(Sheet& sheet, int row) const {
     const int style = sheet.AddStyle({.bold = true, .align = SheetAlign::kCentre});
-    if (grid_.Span(row, col_).second == 0) return {{}, style};
-    return {grid_.Text(row, col_), style};
+    const int col = Source(row);
+    if (col == 0) return {{}, style};
+    return {grid_.Text(row, col), style};
   }
 
   SheetCell Cell(Sheet& sheet, int row) const {
+    const int col = Source(row);
     SheetStyle style;
-    style.bold = grid_.Bold(row, col_);
-    const std::string formula = grid_.Formula(row, col_);
-    const std::string text = grid_.Text(row, col_);
-    if (!formula.empty()) {
+    style.bold = grid_.Bold(row, std::max(col, 1));
+    const std::string text = grid_.Text(row, col);
+    if (const std::string formula = grid_.Formula(row, col); !formula.empty()) {
       style.picture = widest_picture_;
-      return {SheetFormula{Shifted(formula, grid_.HeaderRows()), grid_.Number(row, col_)}, sheet.AddStyle(style)};
+      const std::string moved = places_.Moved(formula, grid_.HeaderRows());
+      const double result = grid_.Number(row, col);
+      if (moved.empty()) return {result, sheet.AddStyle(style)};
+      return {SheetFormula{moved, result}, sheet.AddStyle(style)};
     }
     if (text.empty()) return {{}, sheet.AddStyle(style)};
     if (const auto number = NumberIn(text, row)) {
       style.picture = PictureOf(text);
       return {*number, sheet.AddStyle(style)};
     }
-    if (grid_.Kind(row, col_) == CellKind::kDate) {
-      if (const auto moment = ParseDate(text, DateTime(2000, 1, 1)); moment && !moment->HasTime()) {
+    if (as_days_ || grid_.Kind(row, col) == CellKind::kDate) {
+      if (const auto day = DayIn(text)) {
         style.picture = "yyyy-mm-dd";
-        return {*moment, sheet.AddStyle(style)};
+        return {*day, sheet.AddStyle(style)};
       }
     }
-    if (grid_.CellAlign(row, col_) == Align::kCentre) style.align = SheetAlign::kCentre;
+    if (grid_.CellAlign(row, col) == Align::kCentre) style.align = SheetAlign::kCentre;
     return {text, sheet.AddStyle(style)};
   }
 
@@ -107,26 +153,37 @@ class ColumnExport {
   static constexpr int kNarrowest = 6;
   static constexpr int kWidest = 50;
 
+  /// The column whose text stands here, 0 for none: a cell that spans others gives it to the first in the sheet.
+  int Source(int row) const {
+    if (grid_.Span(row, col_).second > 0) return col_;
+    int first = col_;
+    while (first > 1 && grid_.Span(row, first).second == 0) --first;
+    const bool covered_from_there = first + grid_.Span(row, first).second > col_;
+    return covered_from_there && places_.CountOf(first, col_ - first) == 0 ? first : 0;
+  }
+
   std::optional<double> NumberIn(const std::string& text, int row) const {
     if (grid_.Kind(row, col_) == CellKind::kNumber || as_numbers_) return CellNumber(text);
     return std::nullopt;
   }
 
   const Grid& grid_;
+  const SheetPlaces& places_;
   int col_;
   bool as_numbers_ = false;
+  bool as_days_ = false;
   std::string widest_picture_;
   int width_ = 0;
 };
 
-void AddSpans(Sheet& sheet, const Grid& grid) {
+void AddSpans(Sheet& sheet, const Grid& grid, const SheetPlaces& places) {
   for (int row = 1 - grid.HeaderRows(); row <= grid.MaxRows(); ++row) {
     for (int col = 1; col <= grid.MaxCols(); ++col) {
       const auto [rows, cols] = grid.Span(row, col);
-      if (rows > 1 || cols > 1) {
-        sheet.merged.push_back({row + grid.HeaderRows(), col, std::min(rows, grid.MaxRows() - row + 1),
-                                std::min(cols, grid.MaxCols() - col + 1)});
-      }
+      const int shown = places.CountOf(col, cols);
+      if (shown == 0 || (rows <= 1 && shown <= 1)) continue;
+      const int first = places.CountOf(1, col - 1) + 1;
+      sheet.merged.push_back({row + grid.HeaderRows(), first, std::min(rows, grid.MaxRows() - row + 1), shown});
     }
   }
 }
@@ -165,8 +222,9 @@ Sheet SheetOf(const Grid& grid, const std::string& name) {
   sheet.frozen_rows = heads;
   sheet.repeated_rows = heads;
   sheet.landscape = true;
+  const SheetPlaces places(grid);
   std::vector<ColumnExport> columns;
-  for (int col = 1; col <= grid.MaxCols(); ++col) columns.emplace_back(grid, col);
+  for (const int col : places.Shown()) columns.emplace_back(grid, places, col);
   for (const ColumnExport& column : columns) sheet.columns.push_back(column.Column());
   sheet.rows.resize(static_cast<std::size_t>(grid.MaxRows() + heads));
   for (int row = 1 - heads; row <= grid.MaxRows(); ++row) {
@@ -176,7 +234,7 @@ Sheet SheetOf(const Grid& grid, const std::string& name) {
       cells.push_back(row <= 0 ? column.Header(sheet, row) : column.Cell(sheet, row));
     }
   }
-  AddSpans(sheet, grid);
+  AddSpans(sheet, grid, places);
   return sheet;
 }
 

@@ -13,7 +13,8 @@ namespace luming {
 /// @param sheetName empty: the caption of the grid's form
 void GridToExcel(AppContext& app, Grid& grid, const std::string& sheetName = {});
 
-/// The grid as a sheet. Hidden columns stay, hidden; formulas stay live, further down by the header rows.
+/// The grid as a sheet, as its columns are declared: codes and texts are texts, figures numbers, days dates; a column
+/// that says nothing goes by what all its cells look like. Hidden columns stay out; formulas stay live.
 Sheet SheetOf(const Grid& grid, const std::string& name);
 
 }  // namespace luming

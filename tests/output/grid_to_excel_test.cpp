@@ -3,6 +3,7 @@
 #include "output/grid_routines.h"
 #include "screen/grid.h"
 #include "support/app_test.h"
+#include "util/date_text.h"
 #include "util/number_text.h"
 
 namespace luming {
@@ -27,6 +28,7 @@ std::string Told(const Sheet& sheet, int row, int col) {
   if (const auto* sum = std::get_if<SheetFormula>(&cell.value)) {
     return "=" + sum->text + " is " + NumberText(sum->result) + suffix;
   }
+  if (const auto* day = std::get_if<DateTime>(&cell.value)) return FormatDate(*day, "yyyy-mm-dd") + suffix;
   return "";
 }
 
@@ -115,18 +117,33 @@ TEST_F(GridToExcelTest, AnEmptyGridGivesItsHeaderRow) {
   EXPECT_EQ(grid.MaxRows(), 0);
 }
 
-TEST_F(GridToExcelTest, HiddenColumnsAndSpansComeAlong) {
-  Fill({{"1", "a"}, {"     入库时间：2026-03-01"}});
-  grid.SetSpan(2, 1, 1, 7);
+TEST_F(GridToExcelTest, HiddenColumnsStayOutAndSpansAndSumsMoveUp) {
+  grid.SetColumns(
+      {GridColumn("编码").Code(), "品名", "批号", GridColumn("备用").Hidden(), GridColumn("金额").Figure(), "效期"});
+  Fill({{"1", "a", "2026-03-01", "x", "10", "2027-12-31"}, {"2", "b", "0301", "y", "不详", "2028-02-29"}});
+  GridSumRow(grid, 1, {5});
+  Fill({{"     入库时间：2026-03-01"}});
+  grid.SetSpan(4, 1, 1, 6);
   grid.SetColumnHidden(1, true);
   grid.SetColumnWidth(2, 33);
   const Sheet sheet = SheetOf(grid, "");
-  EXPECT_TRUE(sheet.columns[0].hidden);
-  EXPECT_FALSE(sheet.columns[1].hidden);
-  EXPECT_EQ(sheet.columns[1].width, 33);
+  ASSERT_EQ(sheet.columns.size(), 4u);
+  EXPECT_EQ(sheet.columns[0].width, 33);
+  std::string cells;
+  for (int row = 1; row <= 5; ++row) {
+    for (int col = 1; col <= 4; ++col) cells += Told(sheet, row, col) + "|";
+    cells += "\n";
+  }
+  EXPECT_EQ(cells,
+            "\"品名\"|\"批号\"|\"金额\"|\"效期\"|\n"
+            "\"a\"|\"2026-03-01\"|10 as 0|2027-12-31 as yyyy-mm-dd|\n"
+            "\"b\"|\"0301\"|\"不详\"|2028-02-29 as yyyy-mm-dd|\n"
+            "||=SUM(C2:C3) is 10 as 0||\n"
+            "\"     入库时间：2026-03-01\"||||\n");
   ASSERT_EQ(sheet.merged.size(), 1u);
-  EXPECT_EQ(sheet.merged[0].row, 3);
-  EXPECT_EQ(sheet.merged[0].cols, 7);
+  EXPECT_EQ(sheet.merged[0].row, 5);
+  EXPECT_EQ(sheet.merged[0].col, 1);
+  EXPECT_EQ(sheet.merged[0].cols, 4);
 }
 
 TEST_F(GridToExcelTest, TwoHeaderRowsStayAboveAndGroupsAreMerged) {
