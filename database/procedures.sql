@@ -13,7 +13,9 @@ GO
 --   @ZD    'PYDM', 'WBDM' or 'YPBM'; a phonetic code is looked for in the name and in the trade name
 --   @NR    pattern for LIKE
 --   @YKC   '1' leaves out what has no storehouse stock
---   @ZY    '1' leaves out stopped drugs, unless some stock is left that has to be returned, counted or scrapped
+--   @ZY    is sent as '1' and says nothing
+-- Stopped drugs are found like others, and the lists show by SFTY which they are: what is left of them has to be
+-- returned, counted or scrapped, and their stop can be lifted.
 -- Matches by name come ahead of matches by trade name, short codes ahead of long ones.
 CREATE PROCEDURE Get_YP_JCTestYK
   @LB varchar(10), @ZD varchar(20), @NR varchar(100), @YKC varchar(10), @ZY varchar(10), @KFMC varchar(50)
@@ -26,7 +28,6 @@ BEGIN
       AND (@LB <> '1' OR SFXM NOT IN (SELECT sItemName FROM eK_ChargeItem WHERE YPBZ = 0))
       AND (@LB <> '2' OR SFXM IN (SELECT sItemName FROM eK_ChargeItem WHERE YPBZ = 0))
       AND (@YKC <> '1' OR YKKCL > 0)
-      AND (@ZY <> '1' OR ISNULL(SFTY, 0) = 0 OR YKKCL > 0)
     ORDER BY CASE WHEN PYDM LIKE @NR THEN 0 ELSE 1 END, LEN(PYDM), PYDM, YPBM
   ELSE IF @ZD = 'WBDM'
     SELECT * FROM YF_YPML
@@ -35,7 +36,6 @@ BEGIN
       AND (@LB <> '1' OR SFXM NOT IN (SELECT sItemName FROM eK_ChargeItem WHERE YPBZ = 0))
       AND (@LB <> '2' OR SFXM IN (SELECT sItemName FROM eK_ChargeItem WHERE YPBZ = 0))
       AND (@YKC <> '1' OR YKKCL > 0)
-      AND (@ZY <> '1' OR ISNULL(SFTY, 0) = 0 OR YKKCL > 0)
     ORDER BY CASE WHEN WBDM LIKE @NR THEN 0 ELSE 1 END, LEN(WBDM), WBDM, YPBM
   ELSE
     SELECT * FROM YF_YPML
@@ -44,7 +44,6 @@ BEGIN
       AND (@LB <> '1' OR SFXM NOT IN (SELECT sItemName FROM eK_ChargeItem WHERE YPBZ = 0))
       AND (@LB <> '2' OR SFXM IN (SELECT sItemName FROM eK_ChargeItem WHERE YPBZ = 0))
       AND (@YKC <> '1' OR YKKCL > 0)
-      AND (@ZY <> '1' OR ISNULL(SFTY, 0) = 0 OR YKKCL > 0)
     ORDER BY LEN(YPBM), YPBM
 END
 GO
@@ -63,7 +62,6 @@ BEGIN
       AND (@LB <> '1' OR SFXM NOT IN (SELECT sItemName FROM eK_ChargeItem WHERE YPBZ = 0))
       AND (@LB <> '2' OR SFXM IN (SELECT sItemName FROM eK_ChargeItem WHERE YPBZ = 0))
       AND (@KC <> '1' OR KCL > 0 OR SFXM IN (SELECT sItemName FROM eK_ChargeItem WHERE SFJKC = 0))
-      AND ISNULL(SFTY, 0) = 0
     ORDER BY CASE WHEN PYDM LIKE @NR THEN 0 ELSE 1 END, LEN(PYDM), PYDM, YPBM
   ELSE IF @ZD = 'WBDM'
     SELECT * FROM YF_YPML
@@ -71,7 +69,6 @@ BEGIN
       AND (@LB <> '1' OR SFXM NOT IN (SELECT sItemName FROM eK_ChargeItem WHERE YPBZ = 0))
       AND (@LB <> '2' OR SFXM IN (SELECT sItemName FROM eK_ChargeItem WHERE YPBZ = 0))
       AND (@KC <> '1' OR KCL > 0 OR SFXM IN (SELECT sItemName FROM eK_ChargeItem WHERE SFJKC = 0))
-      AND ISNULL(SFTY, 0) = 0
     ORDER BY CASE WHEN WBDM LIKE @NR THEN 0 ELSE 1 END, LEN(WBDM), WBDM, YPBM
   ELSE
     SELECT * FROM YF_YPML
@@ -79,7 +76,6 @@ BEGIN
       AND (@LB <> '1' OR SFXM NOT IN (SELECT sItemName FROM eK_ChargeItem WHERE YPBZ = 0))
       AND (@LB <> '2' OR SFXM IN (SELECT sItemName FROM eK_ChargeItem WHERE YPBZ = 0))
       AND (@KC <> '1' OR KCL > 0 OR SFXM IN (SELECT sItemName FROM eK_ChargeItem WHERE SFJKC = 0))
-      AND ISNULL(SFTY, 0) = 0
     ORDER BY LEN(YPBM), YPBM
 END
 GO

@@ -147,33 +147,15 @@ class OpeningClerk {
   const ReceiptRow* row_ = nullptr;
 };
 
-/// A drug that is stopped by now could be bought when its receipt was written.
-std::vector<std::string> LiftStops(Connection& connection) {
-  std::vector<std::string> stopped;
-  for (Recordset rows = connection.Execute("Select YPBM From YF_YPML Where SFTY=1"); !rows.Eof(); rows.MoveNext()) {
-    stopped.push_back(rows.Field(0).Text());
-  }
-  connection.Execute("Update YF_YPML Set SFTY=0 Where SFTY=1");
-  return stopped;
-}
-
-void StopAgain(Connection& connection, const std::vector<std::string>& stopped) {
-  for (const std::string& code : stopped) {
-    connection.Execute("Update YF_YPML Set SFTY=1 Where YPBM Like'" + code + "'");
-  }
-}
-
 }  // namespace
 
 void EnterOpeningReceipts(const std::filesystem::path& home, std::shared_ptr<Connection> connection,
                           const TableFile& receipts, const DateTime& today) {
-  const std::vector<std::string> stopped = LiftStops(*connection);
   try {
     OpeningClerk(home, connection, today).Enter(receipts);
   } catch (const Refused& refused) {
     throw Failure(failure::kInvalidCall, "期初入库失败：" + refused.words);
   }
-  StopAgain(*connection, stopped);
 }
 
 }  // namespace luming

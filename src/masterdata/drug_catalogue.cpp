@@ -12,6 +12,7 @@
 #include "output/column_widths.h"
 #include "output/grid_routines.h"
 #include "screen/redraw_pause.h"
+#include "stock/drug_list.h"
 #include "util/number_text.h"
 #include "util/text.h"
 
@@ -161,7 +162,7 @@ void Frm_YPML::FillGrid(Recordset& rows) {
   const std::vector<StockValue> values = StockValues(rows);
   const RedrawPause pause(fpSpread1);
   fpSpread1.SetMaxRows(0);
-  fpSpread1.Fill(std::move(rows), sources);
+  FillDrugList(fpSpread1, std::move(rows), sources);
   price_edited_ = false;
   StockTotals totals;
   for (int row = 1; row <= fpSpread1.MaxRows(); ++row) {

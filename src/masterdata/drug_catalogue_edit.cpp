@@ -8,6 +8,7 @@
 #include "masterdata/phonetic.h"
 #include "output/column_widths.h"
 #include "screen/grid.h"
+#include "stock/drug_list.h"
 #include "util/number_text.h"
 
 namespace luming {
@@ -38,6 +39,8 @@ void Frm_YPML::fpSpread1_Change(int row, int col) {
   } else if (col == catalogue::kSPMC) {
     fpSpread1.SetText(row, catalogue::kSP_PYDM, GetPYDM(app_, text));
     fpSpread1.SetText(row, catalogue::kSP_WBDM, GetWBDM(app_, text));
+  } else if (col == catalogue::kSFTY) {
+    ShowStopped(fpSpread1, row, text != "0");
   }
   fpSpread1.SetText(row, catalogue::kChanged, "1");
   dirty_ = true;

@@ -5,6 +5,8 @@
 
 #include "frame/gateway.h"
 #include "output/grid_routines.h"
+#include "screen/redraw_pause.h"
+#include "stock/drug_list.h"
 #include "util/text.h"
 
 namespace luming {
@@ -143,7 +145,8 @@ void ItemPicker::FillSearchGrid(Recordset& rows) {
   if (fill.IsConnected()) {
     fill.Fire(rows);
   } else {
-    results_.Fill(std::move(rows), sources_);
+    const RedrawPause pause(results_);
+    FillDrugList(results_, std::move(rows), sources_);
   }
 }
 
