@@ -141,8 +141,8 @@ int Main(int argc, char** argv) {
     return RunProgram(ReadOptions(arguments));
   } catch (const BadUsage& usage) {
     std::cerr << usage.what << '\n' << kUsage;
-  } catch (const Failure& failure) {
-    std::cerr << failure.description() << '\n';
+  } catch (const std::exception& fault) {
+    std::cerr << AsFailure(fault).description() << '\n';
   }
   return kBadUsage;
 }

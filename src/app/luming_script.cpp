@@ -70,8 +70,8 @@ int RunAll(const std::vector<std::string>& arguments) {
     return worst;
   } catch (const BadUsage& bad) {
     std::cerr << "luming-script: " << bad.what << "\n" << kUsage;
-  } catch (const Failure& failure) {
-    std::cerr << "luming-script: " << failure.description() << "\n";
+  } catch (const std::exception& fault) {
+    std::cerr << "luming-script: " << AsFailure(fault).description() << "\n";
   }
   return kCannot;
 }

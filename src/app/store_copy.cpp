@@ -195,7 +195,7 @@ class Undone {
   ~Undone() {
     try {
       if (!committed_ && connection_.IsOpen()) connection_.RollbackTrans();
-    } catch (const Failure&) {
+    } catch (const std::exception&) {
       // What cannot be rolled back any more was rolled back when its connection ended.
     }
   }

@@ -48,7 +48,7 @@ class GridFieldView final : public TypedView<Grid> {
                      [this](int section, int, int width) {
                        if (columns_.IsApplying() || !Field()) return;
                        columns_.Dragged(section + 1, width);
-                       Field()->UserColumnWidth(section + 1, columns_.CharactersIn(width));
+                       host_.Enter([&](Form&) { Field()->UserColumnWidth(section + 1, columns_.CharactersIn(width)); });
                        frozen_.Follow(*Field());
                      });
     QObject::connect(pane_->verticalScrollBar(), &QScrollBar::valueChanged, pane_, [this](int top) { Scrolled(top); });
@@ -161,7 +161,7 @@ class GridFieldView final : public TypedView<Grid> {
   void Scrolled(int top) {
     if (!Field() || showing_top_) return;
     shown_top_ = top + 1;
-    Field()->SetTopRow(top + 1);
+    host_.Enter([&](Form&) { Field()->SetTopRow(top + 1); });
     ShowSpans();
   }
 

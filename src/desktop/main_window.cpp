@@ -89,9 +89,11 @@ void MainWindow::FillMenu(QMenu& menu, const std::vector<MenuEntry>& entries) {
     }
   }
   connect(&menu, &QMenu::aboutToShow, this, [this, &menu, has_list] {
-    for (QAction* action : menu.actions()) {
-      if (action->data().isValid()) ShowState(*action);
-    }
+    Enter([this, &menu](MainFrame&) {
+      for (QAction* action : menu.actions()) {
+        if (action->data().isValid()) ShowState(*action);
+      }
+    });
     if (has_list) AddWindowList(menu);
   });
 }

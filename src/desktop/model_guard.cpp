@@ -7,23 +7,26 @@
 
 namespace luming {
 
+void ModelGuard::Tell(const Failure& failure) noexcept {
+  try {
+    if (on_failure_) return on_failure_(failure);
+  } catch (const ProcessEnded&) {
+    return EndProcess();
+  } catch (...) {
+    // Nobody is left to be told but whoever reads the log.
+  }
+  std::fprintf(stderr, "%ld %s (%s)\n", failure.number(), failure.description().c_str(), failure.source().c_str());
+}
+
 void ModelGuard::Trap(const std::function<void()>& entry) noexcept {
   try {
     entry();
   } catch (const ProcessEnded&) {
     EndProcess();
-  } catch (const Failure& failure) {
-    if (!on_failure_) {
-      std::fprintf(stderr, "%ld %s (%s)\n", failure.number(), failure.description().c_str(), failure.source().c_str());
-      return;
-    }
-    try {
-      on_failure_(failure);
-    } catch (const ProcessEnded&) {
-      EndProcess();
-    } catch (const Failure& second) {
-      std::fprintf(stderr, "%ld %s (%s)\n", second.number(), second.description().c_str(), second.source().c_str());
-    }
+  } catch (const std::exception& fault) {
+    Tell(AsFailure(fault));
+  } catch (...) {
+    Tell(StandardFailure(failure::kInternal));
   }
 }
 

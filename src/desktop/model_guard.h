@@ -15,7 +15,7 @@ namespace luming {
 enum class Work { kBrief, kLong };
 
 /// The one door through which events of the window system reach the screens. Nothing that is thrown there passes it:
-/// a Failure that nobody's trap took is shown, the end of the process leaves every waiting loop in turn.
+/// whatever nobody's trap took is shown as a Failure, the end of the process leaves every waiting loop in turn.
 class ModelGuard {
  public:
   /// How a failure is shown to the operator. It may wait for an answer.
@@ -41,6 +41,7 @@ class ModelGuard {
  private:
   void RunLoop(QEventLoop& loop);
   void Trap(const std::function<void()>& entry) noexcept;
+  void Tell(const Failure& failure) noexcept;
   /// @return whether it was busy before
   bool SetBusy(bool busy);
 

@@ -100,7 +100,7 @@ class LineView final : public TypedView<TextBox> {
     const int start = edit_->hasSelectedText() ? edit_->selectionStart() : edit_->cursorPosition();
     const int end = edit_->hasSelectedText() ? edit_->selectionEnd() : start;
     const std::size_t first = CharactersBefore(text, start);
-    Field()->SetSelection(first, CharactersBefore(text, end) - first);
+    host_.Enter([&](Form&) { Field()->SetSelection(first, CharactersBefore(text, end) - first); });
   }
 
   void Edited(const QString& text) {

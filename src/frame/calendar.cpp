@@ -1,6 +1,7 @@
 #include "frame/calendar.h"
 
 #include "frame/screens.h"
+#include "screen/redraw_pause.h"
 #include "util/date_text.h"
 #include "util/lunar_calendar.h"
 
@@ -89,11 +90,10 @@ void Frm_wnl::Choose(const DateTime& day) {
 }
 
 void Frm_wnl::FillPage() {
-  fpSpread1.SetReDraw(false);
+  const RedrawPause pause(fpSpread1);
   for (int row = 1; row <= kWeeks; ++row) {
     for (int col = 1; col <= kDaysOfWeek; ++col) FillCell(row, col);
   }
-  fpSpread1.SetReDraw(true);
 }
 
 void Frm_wnl::FillCell(int row, int col) {

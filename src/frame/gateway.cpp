@@ -28,7 +28,7 @@ bool IsLostConnection(const Failure& failure) {
 void UndoQuietly(Connection& connection) {
   try {
     connection.RollbackTrans();
-  } catch (const Failure&) {
+  } catch (const std::exception&) {
   }
 }
 
@@ -136,11 +136,11 @@ bool InTransaction(AppContext& app, const std::function<void()>& work) {
     app.Cn->CommitTrans();
     app.save = {};
     return true;
-  } catch (const Failure& failure) {
+  } catch (const std::exception& fault) {
     const bool begun = app.save.running;
     app.save = {};
     if (begun && app.Cn) UndoQuietly(*app.Cn);
-    ShowDbError(app, failure);
+    ShowDbError(app, AsFailure(fault));
     return false;
   }
 }

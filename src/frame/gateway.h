@@ -39,14 +39,14 @@ bool ExceedsWarehouseStock(AppContext& app, std::string_view drug_code, double q
 /// The common error box: number, description, source.
 void ShowDbError(AppContext& app, const Failure& failure);
 
-/// Runs `work`; a Failure is shown in the common box. @return whether it ran through
+/// Runs `work`; whatever fails there is shown in the common box. @return whether it ran through
 template <class Work>
 bool Trapped(AppContext& app, Work&& work) {
   try {
     work();
     return true;
-  } catch (const Failure& failure) {
-    ShowDbError(app, failure);
+  } catch (const std::exception& fault) {
+    ShowDbError(app, AsFailure(fault));
     return false;
   }
 }
@@ -61,8 +61,8 @@ void About(const std::string& what, Work&& work) {
   }
 }
 
-/// A save: opens `Cn` if it is not open, begins, runs `work`, commits. On Failure rolls back, shows the common box and
-/// reports false.
+/// A save: opens `Cn` if it is not open, begins, runs `work`, commits. On any failure rolls back, shows the common box
+/// and reports false.
 bool InTransaction(AppContext& app, const std::function<void()>& work);
 
 }  // namespace luming

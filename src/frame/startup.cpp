@@ -42,8 +42,8 @@ std::optional<std::string> TryStart(AppContext& app) {
       StartByHandOff(app);
     }
     return std::nullopt;
-  } catch (const Failure& failure) {
-    return failure.description();
+  } catch (const std::exception& fault) {
+    return AsFailure(fault).description();
   }
 }
 
@@ -109,7 +109,7 @@ void LoadSkin(AppContext& app, std::string_view program_name) {
     int size = 100;
     const std::string name = ini.ReadString("Skin", "SkinName", size);
     if (ini.ReadInt("Skin", "UseSkin") == 1) app.desktop.AttachSkin(home / "SKIN" / name);
-  } catch (const Failure&) {
+  } catch (const std::exception&) {
   }
 }
 

@@ -7,6 +7,7 @@
 #include "masterdata/producer_editor.h"
 #include "masterdata/screens.h"
 #include "screen/grid_init.h"
+#include "screen/redraw_pause.h"
 #include "util/text.h"
 
 namespace luming {
@@ -53,7 +54,7 @@ void YPGL_CDWF::OpenList(const Statement& statement) {
 }
 
 void YPGL_CDWF::ShowRows() {
-  DataGrid1.SetReDraw(false);
+  const RedrawPause pause(DataGrid1);
   const int current = producers.AbsolutePosition();
   DataGrid1.SetMaxRows(producers.IsOpen() ? producers.RecordCount() : 0);
   for (int row = 1; row <= DataGrid1.MaxRows(); ++row) {
@@ -67,7 +68,6 @@ void YPGL_CDWF::ShowRows() {
     producers.MoveTo(current);
     DataGrid1.SetActiveCell(current, 1);
   }
-  DataGrid1.SetReDraw(true);
 }
 
 bool YPGL_CDWF::TakeActiveRow() {

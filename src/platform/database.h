@@ -52,7 +52,7 @@ class Hurry {
   ~Hurry() {
     try {
       if (connection_) connection_->SetHurry(false);
-    } catch (const Failure&) {
+    } catch (const std::exception&) {
     }
   }
   Hurry(const Hurry&) = delete;

@@ -132,7 +132,13 @@ void Form::SetActiveControl(Control* control) {
   Forms::HandlerScope scope(forms_);
   ++focus_moves_;
   active_ = control;
-  if (Control* left = std::exchange(entered_, nullptr)) left->FocusLost();
+  try {
+    if (Control* left = std::exchange(entered_, nullptr)) left->FocusLost();
+  } catch (...) {
+    // The focus has moved, whatever the field made of it: the keyboard must not stay behind.
+    if (!unloaded_ && active_ == control && view_) view_->FocusChanged(control);
+    throw;
+  }
   if (unloaded_ || active_ != control) return;  // the field that was left closed the form or sent the focus elsewhere
   if (view_) view_->FocusChanged(control);
   entered_ = control;

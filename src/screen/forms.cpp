@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <exception>
 
-#include "util/failure.h"
 #include "util/text.h"
 
 namespace luming {

@@ -36,8 +36,13 @@ void AppendCell(std::string& bytes, StoredKind kind, const std::string& text) {
   bytes += text;
 }
 
+/// What is wrong with the file, in words that go on from "表格文件".
+struct Refused {
+  std::string why;
+};
+
 [[noreturn]] void Refuse(const std::string& why) {
-  throw Failure(failure::kBadRecordLength, "表格文件" + why + "，没有载入。");
+  throw Refused{why};
 }
 
 /// Takes the parts of the file one by one; every count is held against what is left before it is believed.
@@ -122,7 +127,7 @@ void ReadRow(Reader& reader, std::uint32_t columns, StoredGrid& grid) {
   }
 }
 
-StoredGrid ReadGrid(std::string_view bytes, int columns) {
+StoredGrid ReadCells(std::string_view bytes, int columns) {
   Reader reader(CheckedBody(bytes));
   if (reader.Number() != kVersion) Refuse("的版本不认识");
   const std::uint32_t rows = reader.Number();
@@ -136,13 +141,23 @@ StoredGrid ReadGrid(std::string_view bytes, int columns) {
   return grid;
 }
 
+StoredGrid ReadGrid(const std::filesystem::path& file, int columns) {
+  const std::optional<std::string> bytes = ReadWholeFile(file, kLargestFile);
+  if (!bytes) {
+    const Failure missing = StandardFailure(failure::kFileNotFound);
+    throw Failure(missing.number(), missing.description() + "：" + file.string());
+  }
+  try {
+    return ReadCells(*bytes, columns);
+  } catch (const Refused& refused) {
+    throw Failure(failure::kBadRecordLength, "表格文件" + refused.why + "，没有载入：" + file.string());
+  }
+}
+
 }  // namespace
 
 void Grid::LoadFromFile(const std::filesystem::path& file) {
-  const std::optional<std::string> bytes = ReadWholeFile(file, kLargestFile);
-  if (!bytes) throw StandardFailure(failure::kFileNotFound);
-  StoredGrid stored = ReadGrid(*bytes, MaxCols());
-
+  StoredGrid stored = ReadGrid(file, MaxCols());
   cells_->SetMaxRows(0);
   cells_->SetMaxRows(static_cast<int>(stored.rows.size()));
   for (int row = 1; row <= MaxRows(); ++row) {

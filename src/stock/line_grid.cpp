@@ -5,6 +5,7 @@
 
 #include "frame/gateway.h"
 #include "output/grid_routines.h"
+#include "util/whole_file.h"
 
 namespace luming {
 
@@ -86,21 +87,19 @@ void LineGrid::Tell(const std::string& text, int icon) {
 }
 
 void LineGrid::Park() {
-  try {
+  Trapped(app_, [this] {
     if (MaxRows() == 0) {
       Tell("没有数据不能暂存", box::kWarning);
       return;
     }
     SaveToFile(TempSaveFile());
     Tell("药品暂存成功", box::kInformation);
-  } catch (const Failure& failure) {
-    ShowDbError(app_, failure);
-  }
+  });
 }
 
 void LineGrid::LoadParked() {
-  try {
-    if (!std::filesystem::exists(TempSaveFile())) {
+  Trapped(app_, [this] {
+    if (!FileExists(TempSaveFile())) {
       Tell("没有找到暂存内容", box::kWarning);
       return;
     }
@@ -112,9 +111,7 @@ void LineGrid::LoadParked() {
       if (Text(row, 1) == kTotalCaption) MakeTotalRow(*this, row, 1);
     }
     Tell("加载成功", box::kInformation);
-  } catch (const Failure& failure) {
-    ShowDbError(app_, failure);
-  }
+  });
 }
 
 std::filesystem::path LineGrid::TempSaveFile() const {

@@ -2,6 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
+#include <new>
+
+#include "util/whole_file.h"
 
 namespace luming {
 
@@ -20,9 +24,11 @@ constexpr const char* kConnection = "ADODB.Connection";
 constexpr std::array kStandingTexts = {
     StandingText{failure::kInvalidCall, "无效的过程调用或参数", kProgram},
     StandingText{failure::kOverflow, "溢出", kProgram},
+    StandingText{failure::kOutOfMemory, "内存溢出", kProgram},
     StandingText{failure::kSubscript, "下标越界", kProgram},
     StandingText{failure::kDivisionByZero, "除数为零", kProgram},
     StandingText{failure::kTypeMismatch, "类型不匹配", kProgram},
+    StandingText{failure::kInternal, "内部错误", kProgram},
     StandingText{failure::kFileNotFound, "文件未找到", kProgram},
     StandingText{failure::kBadRecordLength, "错误的记录长度", kProgram},
     StandingText{failure::kPastEndOfFile, "输入超出文件尾", kProgram},
@@ -48,6 +54,16 @@ Failure StandardFailure(long number) {
   const auto found = std::ranges::find(kStandingTexts, number, &StandingText::number);
   if (found == kStandingTexts.end()) return {number, "应用程序定义或对象定义错误", kProgram};
   return {number, found->description, found->source};
+}
+
+Failure AsFailure(const std::exception& fault) {
+  if (const auto* failure = dynamic_cast<const Failure*>(&fault)) return *failure;
+  if (const auto* denied = dynamic_cast<const std::filesystem::filesystem_error*>(&fault)) {
+    return NoFileAccess(denied->path1(), denied->code().value());
+  }
+  if (dynamic_cast<const std::bad_alloc*>(&fault)) return StandardFailure(failure::kOutOfMemory);
+  const Failure unnamed = StandardFailure(failure::kInternal);
+  return {unnamed.number(), unnamed.description() + "：" + fault.what(), unnamed.source()};
 }
 
 }  // namespace luming

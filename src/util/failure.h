@@ -7,7 +7,7 @@
 namespace luming {
 
 /// What went wrong, in the three parts that the operator's error box shows. Every routine of the program that can fail
-/// throws this and nothing else; only the one trap at a routine's end catches it.
+/// throws this; only the one trap at a routine's end catches it.
 class Failure : public std::exception {
  public:
   /// @param number      the number that an ADO client shows: negative for a provider's failure (-2147217900 syntax),
@@ -32,9 +32,11 @@ class Failure : public std::exception {
 namespace failure {
 inline constexpr long kInvalidCall = 5;
 inline constexpr long kOverflow = 6;
+inline constexpr long kOutOfMemory = 7;
 inline constexpr long kSubscript = 9;
 inline constexpr long kDivisionByZero = 11;
 inline constexpr long kTypeMismatch = 13;
+inline constexpr long kInternal = 51;
 inline constexpr long kBadRecordLength = 59;
 inline constexpr long kFileNotFound = 53;
 inline constexpr long kPastEndOfFile = 62;
@@ -55,5 +57,8 @@ inline constexpr long kDataOverflow = -2147217833;
 
 /// The failure of one of the numbers above, with its standing Chinese text and source; a general text for any other.
 Failure StandardFailure(long number);
+
+/// What any exception says, as a Failure: for the traps that nothing may pass, whoever has thrown it.
+Failure AsFailure(const std::exception& fault);
 
 }  // namespace luming

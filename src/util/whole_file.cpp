@@ -8,8 +8,6 @@
 #include <cstdio>
 #include <fstream>
 
-#include "util/failure.h"
-
 namespace luming {
 
 namespace {
@@ -35,17 +33,22 @@ std::string Reason(int error) {
   }
 }
 
-Failure NoAccess(const std::filesystem::path& file, int error) {
-  return {failure::kFileAccess,
-          StandardFailure(failure::kFileAccess).description() + "：" + file.string() + "（" + Reason(error) + "）"};
+/// Facts of the file; nothing when there is none.
+std::optional<struct stat> FactsOf(const std::filesystem::path& file) {
+  struct stat facts {};
+  if (stat(file.c_str(), &facts) == 0) return facts;
+  if (errno == ENOENT) return std::nullopt;
+  throw NoFileAccess(file, errno);
 }
 
-/// A file that is being written: closed, and removed unless it was kept.
+/// What will take the place of a file, as it is written beside it: closed, and removed unless it was kept.
 class DraftFile {
  public:
-  DraftFile(std::filesystem::path file, mode_t mode) : file_(std::move(file)) {
+  DraftFile(std::filesystem::path target, mode_t mode) : target_(std::move(target)), file_(target_) {
+    file_ += ".new" + std::to_string(getpid());
+    unlink(file_.c_str());
     descriptor_ = open(file_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
-    if (descriptor_ < 0) throw NoAccess(file_, errno);
+    if (descriptor_ < 0) throw NoFileAccess(target_, errno);
   }
   ~DraftFile() {
     if (descriptor_ >= 0) close(descriptor_);
@@ -55,25 +58,26 @@ class DraftFile {
   DraftFile& operator=(const DraftFile&) = delete;
 
   void SetMode(mode_t mode) {
-    if (fchmod(descriptor_, mode) != 0) throw NoAccess(file_, errno);
+    if (fchmod(descriptor_, mode) != 0) throw NoFileAccess(target_, errno);
   }
 
   void Write(std::string_view bytes) {
     while (!bytes.empty()) {
       const ssize_t written = write(descriptor_, bytes.data(), bytes.size());
       if (written < 0 && errno == EINTR) continue;
-      if (written < 0) throw NoAccess(file_, errno);
+      if (written < 0) throw NoFileAccess(target_, errno);
       bytes.remove_prefix(static_cast<std::size_t>(written));
     }
   }
 
-  void KeepAs(const std::filesystem::path& target) {
-    if (fsync(descriptor_) != 0) throw NoAccess(file_, errno);
-    if (rename(file_.c_str(), target.c_str()) != 0) throw NoAccess(target, errno);
+  void Keep() {
+    if (fsync(descriptor_) != 0) throw NoFileAccess(target_, errno);
+    if (rename(file_.c_str(), target_.c_str()) != 0) throw NoFileAccess(target_, errno);
     kept_ = true;
   }
 
  private:
+  std::filesystem::path target_;  ///< named in failures: the operator knows that one
   std::filesystem::path file_;
   int descriptor_ = -1;
   bool kept_ = false;
@@ -89,20 +93,26 @@ void SyncDirectory(const std::filesystem::path& directory) {
 
 }  // namespace
 
+Failure NoFileAccess(const std::filesystem::path& file, int error) {
+  return {failure::kFileAccess,
+          StandardFailure(failure::kFileAccess).description() + "：" + file.string() + "（" + Reason(error) + "）"};
+}
+
+bool FileExists(const std::filesystem::path& file) {
+  return FactsOf(file).has_value();
+}
+
 std::optional<std::string> ReadWholeFile(const std::filesystem::path& file, std::size_t limit) {
-  struct stat facts {};
-  if (stat(file.c_str(), &facts) != 0) {
-    if (errno == ENOENT) return std::nullopt;
-    throw NoAccess(file, errno);
-  }
-  if (!S_ISREG(facts.st_mode)) throw NoAccess(file, EISDIR);
-  if (static_cast<std::uintmax_t>(facts.st_size) > limit) throw NoAccess(file, EFBIG);
+  const auto facts = FactsOf(file);
+  if (!facts) return std::nullopt;
+  if (!S_ISREG(facts->st_mode)) throw NoFileAccess(file, EISDIR);
+  if (static_cast<std::uintmax_t>(facts->st_size) > limit) throw NoFileAccess(file, EFBIG);
   std::ifstream stream(file, std::ios::binary);
-  if (!stream) throw NoAccess(file, errno);
-  std::string bytes(static_cast<std::size_t>(facts.st_size), '\0');
+  if (!stream) throw NoFileAccess(file, errno);
+  std::string bytes(static_cast<std::size_t>(facts->st_size), '\0');
   stream.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   bytes.resize(static_cast<std::size_t>(stream.gcount()));
-  if (stream.bad()) throw NoAccess(file, EIO);
+  if (stream.bad()) throw NoFileAccess(file, EIO);
   return bytes;
 }
 
@@ -111,19 +121,15 @@ void ReplaceFile(const std::filesystem::path& file, std::string_view bytes, File
   const std::filesystem::path resolved = std::filesystem::canonical(file, no_link);
   const std::filesystem::path& target = no_link ? file : resolved;
 
-  struct stat facts {};
-  const bool exists = stat(target.c_str(), &facts) == 0;
-  std::filesystem::path draft_name = target;
-  draft_name += ".new" + std::to_string(getpid());
-  unlink(draft_name.c_str());
-  DraftFile draft(draft_name, access == FileAccess::kOwnerOnly ? 0600 : 0666);
+  const auto facts = FactsOf(target);
+  DraftFile draft(target, access == FileAccess::kOwnerOnly ? 0600 : 0666);
   if (access == FileAccess::kOwnerOnly) {
     draft.SetMode(0600);
-  } else if (exists) {
-    draft.SetMode(facts.st_mode & 07777);
+  } else if (facts) {
+    draft.SetMode(facts->st_mode & 07777);
   }
   draft.Write(bytes);
-  draft.KeepAs(target);
+  draft.Keep();
   SyncDirectory(target.parent_path());
 }
 

@@ -5,7 +5,15 @@
 #include <string>
 #include <string_view>
 
+#include "util/failure.h"
+
 namespace luming {
+
+/// Failure kFileAccess that names the file and says why. @param error of the system, as errno tells it
+Failure NoFileAccess(const std::filesystem::path& file, int error);
+
+/// Whether there is such a file. Failure kFileAccess when that cannot be told.
+bool FileExists(const std::filesystem::path& file);
 
 /// All bytes of a file; nothing when there is no such file. Failure kFileAccess when it cannot be read, is a directory,
 /// or is larger than `limit` bytes.

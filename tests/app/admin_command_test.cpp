@@ -41,6 +41,12 @@ TEST(AdminCommandTest, HelpGoesToTheOutputAndAFailureHasOneLine) {
   const AdminRun run = RunAdminLine({"check", directory.Path().string()});
   EXPECT_EQ(run.exit, kAdminFailed);
   EXPECT_EQ(run.err, "luming-admin：不是应用程序目录，没有连接文件：" + directory.Path().string() + "\n");
+
+  const std::filesystem::path loop = directory / "loop";
+  std::filesystem::create_symlink(loop, loop);
+  const AdminRun fault = RunAdminLine({"check", loop.string()});
+  EXPECT_EQ(fault.exit, kAdminFailed);
+  EXPECT_TRUE(fault.err.starts_with("luming-admin：路径/文件访问错误：" + loop.string())) << fault.err;
 }
 
 }  // namespace

@@ -42,6 +42,15 @@ TEST_F(GatewayTest, ClosedConnectionIsOpenedAheadOfAStatement) {
   EXPECT_EQ(store.TakeSent(), (Sent{"open Data Source=test;", "Delete T"}));
 }
 
+TEST_F(GatewayTest, ASaveThatAnyFaultStopsIsUndoneAndTold) {
+  EXPECT_FALSE(InTransaction(app, [this] {
+    ExecSql(app, "Insert T");
+    throw std::out_of_range("row 7");
+  }));
+  EXPECT_EQ(store.TakeSent(), (Sent{"begin", "Insert T", "rollback"}));
+  EXPECT_EQ(desktop.TakeBox().text, "错误号：  51\r\n\r\n错误描述：内部错误：row 7\r\n\r\n错误来源：luming");
+}
+
 TEST_F(GatewayTest, RefusalNamesTheRightOrSaysItInGeneral) {
   const auto query = [](const std::string& key) {
     return "Select MoudelName From Qx_Temp Where MoudelKey='" + key + "'";

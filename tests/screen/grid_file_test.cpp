@@ -77,16 +77,16 @@ TEST_F(GridFileTest, DamagedFilesAreRefusedAndChangeNothing) {
   WriteBytes(file, good + "x");
   EXPECT_NE(Refusal(grid), "loaded");
   WriteBytes(file, "PK\x03\x04 a workbook");
-  EXPECT_EQ(Refusal(grid), "表格文件不是本系统的表格文件，没有载入。");
+  EXPECT_EQ(Refusal(grid), "表格文件不是本系统的表格文件，没有载入：" + file.string());
   std::filesystem::remove(file);
-  EXPECT_NE(Refusal(grid), "loaded") << "no such file";
+  EXPECT_EQ(Refusal(grid), "文件未找到：" + file.string());
   EXPECT_EQ(grid.Text(1, 1), "kept");
   EXPECT_EQ(grid.MaxRows(), 3);
 }
 
 TEST_F(GridFileTest, AFileOfAnotherGridIsRefused) {
   form.other.SetMaxRows(1);
-  EXPECT_EQ(Refusal(form.other), "表格文件的列数与表格不同，没有载入。");
+  EXPECT_EQ(Refusal(form.other), "表格文件的列数与表格不同，没有载入：" + file.string());
   EXPECT_EQ(form.other.MaxRows(), 1);
 }
 
@@ -116,7 +116,7 @@ TEST_F(GridFileTest, LyingCountsAreNotBelieved) {
   std::string bad_text = body;
   bad_text[first_length_at + 4] = '\xC3';
   WriteBytes(file, Forged(bad_text));
-  EXPECT_EQ(Refusal(grid), "表格文件的文字编码有误，没有载入。");
+  EXPECT_EQ(Refusal(grid), "表格文件的文字编码有误，没有载入：" + file.string());
 }
 
 TEST_F(GridFileTest, AFailedWriteIsToldAndLeavesTheOldFile) {

@@ -83,8 +83,8 @@ int RunAdmin(const std::vector<std::string>& arguments, AdminConsole& console) {
     return RunCommand(arguments, console);
   } catch (const BadUsage& bad) {
     console.err << "luming-admin：" << bad.what << "\n" << Usage();
-  } catch (const Failure& failure) {
-    console.err << "luming-admin：" << failure.description() << "\n";
+  } catch (const std::exception& fault) {
+    console.err << "luming-admin：" << AsFailure(fault).description() << "\n";
   }
   return kAdminFailed;
 }

@@ -42,7 +42,7 @@ void OpenedStore::Change(const std::function<void()>& change) const {
   try {
     change();
     connection_->CommitTrans();
-  } catch (const Failure&) {
+  } catch (const std::exception&) {
     connection_->RollbackTrans();
     throw;
   }
