@@ -12,8 +12,17 @@
 
 namespace luming {
 
+namespace {
+
+unsigned long NextSerial() {
+  static unsigned long last = 0;
+  return ++last;
+}
+
+}  // namespace
+
 Form::Form(Forms& forms, std::string name, std::string caption, WindowKind kind)
-    : forms_(forms), name_(std::move(name)), caption_(std::move(caption)), kind_(kind) {}
+    : forms_(forms), serial_(NextSerial()), name_(std::move(name)), caption_(std::move(caption)), kind_(kind) {}
 
 Form::~Form() = default;
 

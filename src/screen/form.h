@@ -49,6 +49,8 @@ class Form {
   Form& operator=(const Form&) = delete;
 
   const std::string& Name() const { return name_; }
+  /// No other form has or will ever have it, whatever memory it lies in; never 0.
+  unsigned long Serial() const { return serial_; }
   const std::string& Caption() const { return caption_; }
   void SetCaption(std::string caption);
   Colour BackColour() const { return back_colour_; }  ///< Control::kNoColour: the desktop's own
@@ -133,6 +135,7 @@ class Form {
   Button* ButtonOf(ButtonRole role) const;
 
   Forms& forms_;
+  const unsigned long serial_;
   std::string name_;
   std::string caption_;
   WindowKind kind_;

@@ -177,7 +177,7 @@ void ScriptDriver::AddressForm(const ScriptStep& step) {
   // What waits behind a box or a modal form is looked at where it stands.
   if (!IsAsked() && !IsBehindModal(form) && form.Kind() != WindowKind::kMain) form.Show();
   addressed_ = form.Name();
-  above_ = OpenForms().Top();
+  above_ = OpenForms().Top()->Serial();
 }
 
 void ScriptDriver::Start(const ScriptStep& step) {

@@ -228,7 +228,7 @@ Form& ScriptDriver::ShownForm(const std::string& name) const {
 Form& ScriptDriver::CurrentForm() const {
   Form* top = OpenForms().Top();
   if (!top) throw ScriptProblem{0, "no form is open"};
-  return !addressed_.empty() && top == above_ ? ShownForm(addressed_) : *top;
+  return !addressed_.empty() && top->Serial() == above_ ? ShownForm(addressed_) : *top;
 }
 
 bool ScriptDriver::IsBehindModal(const Form& form) const {

@@ -154,8 +154,8 @@ class ScriptDriver {
   int line_ = 0;  ///< of the step that began last
   int failed_ = 0;
   bool stopped_ = false;
-  std::string addressed_;        ///< name given by `form`; empty for none
-  const Form* above_ = nullptr;  ///< the form on top when it was given: it holds while that one is on top
+  std::string addressed_;    ///< name given by `form`; empty for none
+  unsigned long above_ = 0;  ///< serial of the form on top when it was given: it holds while that one is on top
 };
 
 /// Runs all steps with nothing drawn; the desktop's pump is the script itself. Returns the exit code.

@@ -26,7 +26,8 @@ namespace {
 class FailingForm : public Form {
  public:
   static constexpr const char* kName = "FailingForm";
-  FailingForm(Forms& forms, std::function<void()>& fail) : Form(forms, kName, "录入", WindowKind::kDialog), fail_(fail) {
+  FailingForm(Forms& forms, std::function<void()>& fail)
+      : Form(forms, kName, "录入", WindowKind::kDialog), fail_(fail) {
     bar.button_click.Connect([this](const std::string&) { Fail(); });
     PM.change.Connect([this] { Fail(); });
     PM.lost_focus.Connect([this] { Fail(); });
@@ -95,7 +96,10 @@ TEST_F(FailingHandlersTest, WhateverTheOperatorDoesWhatAHandlerThrowsIsShownAndT
       {"a key of the form", [] { Press(Line("PM"), Qt::Key_F2); }},
       {"leaving a field", [] { Press(Line("PM"), Qt::Key_Tab); }},
       {"a typed entry", [] { Type(Find<QComboBox>("GHDW")->lineEdit(), "b"); }},
-      {"a date", [] { Find<QDateEdit>("XQ")->setDate({2030, 1, 1}); }},
+      {"a date",
+       [] {
+         Find<QDateEdit>("XQ")->setDate({2030, 1, 1});
+       }},
       {"a tick", [] { Find<QAbstractButton>("JYTY")->click(); }},
       {"a button", [] { Find<QAbstractButton>("Command1")->click(); }},
       {"the tool bar", [] { Find<QWidget>("bar")->findChild<QToolButton*>()->click(); }},
@@ -141,7 +145,8 @@ TEST_F(FailingHandlersTest, EachKindOfFaultHasItsWordsAlsoInANestedLoop) {
   click();
   fail = [] { throw 7; };
   click();
-  EXPECT_EQ(told, (std::vector<std::string>{"路径/文件访问错误：/store/西药库RYYP.Dat（没有权限）", "内存溢出", "内部错误"}));
+  EXPECT_EQ(told,
+            (std::vector<std::string>{"路径/文件访问错误：/store/西药库RYYP.Dat（没有权限）", "内存溢出", "内部错误"}));
 
   told.clear();
   bool went_on = false;

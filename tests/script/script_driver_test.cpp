@@ -530,6 +530,14 @@ TEST_F(ScriptDriverTest, TabsAndWindowsClose) {
       << errors.str();
 }
 
+TEST_F(ScriptDriverTest, AFormThatTookTheMemoryOfAClosedOneIsAnother) {
+  std::string script = "start\ncommand 302\n";
+  for (int round = 0; round < 20; ++round) {
+    script += "form mainfrm\nright tab ToyChild\npopup 关闭\ncommand 302\ntype 品名(F3) x\n";
+  }
+  EXPECT_EQ(Run(script), 0) << errors.str();
+}
+
 TEST_F(ScriptDriverTest, ShowPrintsWhatIsThere) {
   host.pages = "page 1\f";
   const std::string pages = (directory / "pages.txt").string();
