@@ -43,6 +43,7 @@ Workspace::Workspace(QWidget* parent) : QMdiArea(parent) {
   setDocumentMode(true);
   setTabsMovable(true);
   setTabsClosable(true);
+  setActivationOrder(ActivationHistoryOrder);
   UseTabs();
   connect(this, &QMdiArea::subWindowActivated, this, [this](QMdiSubWindow* frame) {
     FormWidget* child = ChildOf(frame);
@@ -88,13 +89,33 @@ void Workspace::ShowChild(FormWidget& child) {
 }
 
 void Workspace::HideChild(FormWidget& child) {
-  if (QMdiSubWindow* frame = FrameOf(child)) frame->hide();
+  QMdiSubWindow* frame = FrameOf(child);
+  if (!frame) return;
+  const bool was_in_front = frame == activeSubWindow();
+  const bool was_maximised = frame->isMaximized();
+  frame->hide();
+  if (was_in_front) Uncover(was_maximised);
 }
 
 QMdiSubWindow* Workspace::TakeOut(FormWidget& child) {
   QMdiSubWindow* frame = FrameOf(child);
-  if (frame) removeSubWindow(frame);
+  if (!frame) return nullptr;
+  const bool was_in_front = frame == activeSubWindow();
+  const bool was_maximised = frame->isMaximized();
+  removeSubWindow(frame);
+  if (was_in_front) Uncover(was_maximised);
   return frame;
+}
+
+void Workspace::Uncover(bool maximised) {
+  QMdiSubWindow* next = nullptr;
+  for (QMdiSubWindow* frame : subWindowList(ActivationHistoryOrder)) {
+    if (frame->isVisibleTo(viewport())) next = frame;
+  }
+  if (!next) return;
+  setActiveSubWindow(next);
+  if (maximised) next->showMaximized();
+  if (FormWidget* child = ChildOf(next)) child->RestoreFocus();
 }
 
 void Workspace::MaximiseChild(FormWidget& child) {

@@ -44,6 +44,8 @@ class Workspace final : public QMdiArea {
  private:
   QMdiSubWindow* FrameOf(const FormWidget& child) const;
   void UseTabs();
+  /// A child has gone from the front: the one used before it takes its place, maximised as it was.
+  void Uncover(bool maximised);
   void Tile(Qt::Orientation direction);
 
   QPixmap picture_;

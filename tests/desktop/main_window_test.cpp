@@ -61,6 +61,12 @@ class SecondChild : public ChildForm {
   explicit SecondChild(Forms& forms) : ChildForm(forms, kName, "药品目录") {}
 };
 
+class ThirdChild : public ChildForm {
+ public:
+  static constexpr const char* kName = "ThirdChild";
+  explicit ThirdChild(Forms& forms) : ChildForm(forms, kName, "数据字典") {}
+};
+
 class MainWindowTest : public DesktopTest {
  protected:
   MainWindowTest() {
@@ -134,6 +140,41 @@ TEST_F(MainWindowTest, ChildrenAreTabsThatTheOperatorSwitchesArrangesAndCloses) 
   Settle();
   EXPECT_EQ(main->workspace().Children().size(), 1U);
   EXPECT_EQ(forms.ActiveChild(), &first);
+}
+
+TEST_F(MainWindowTest, BehindAMaximisedChildThatGoesTheOneUsedBeforeIsMaximised) {
+  const auto open_three = [this] {
+    for (Form* child : std::initializer_list<Form*>{&forms.Get<FirstChild>(forms), &forms.Get<SecondChild>(forms),
+                                                    &forms.Get<ThirdChild>(forms), &forms.Get<FirstChild>(forms)}) {
+      child->Show();
+      desktop.Maximise(*child);
+      Settle();
+    }
+  };
+  const auto front = [this] {
+    FormWidget* child = main->workspace().ActiveChild();
+    if (!child) return std::string("none");
+    EXPECT_EQ(child->form(), forms.ActiveChild());
+    EXPECT_EQ(child->parentWidget()->size(), main->workspace().viewport()->size()) << child->form()->Name();
+    EXPECT_TRUE(child->findChild<QLineEdit*>("PM")->hasFocus()) << child->form()->Name();
+    return child->form()->Name();
+  };
+  open_three();
+  EXPECT_EQ(front(), "FirstChild");
+  forms.ActiveChild()->Unload();
+  Settle();
+  EXPECT_EQ(front(), "ThirdChild");
+  desktop.Enter([this] { forms.ActiveChild()->UserClose(); });
+  Settle();
+  EXPECT_EQ(front(), "SecondChild");
+
+  open_three();
+  desktop.ArrangeChildren(Arrangement::kCascade);
+  main->workspace().ActiveChild()->parentWidget()->showMaximized();
+  Settle();
+  forms.ActiveChild()->Hide();
+  Settle();
+  EXPECT_EQ(front(), "ThirdChild");
 }
 
 TEST_F(MainWindowTest, AFocusThatQtMovedDoesNotBringAFormBackToTheFront) {
