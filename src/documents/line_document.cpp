@@ -42,6 +42,12 @@ Layout LineDocument::Arranged(Layout head, std::vector<Layout> buttons) const {
   });
 }
 
+void LineDocument::Finished(const char* words) {
+  fpSpread1.SetMaxRows(0);
+  picker.RereadStock();
+  app_.desktop.MsgBox({words, box::kInformation, "信息"});
+}
+
 std::string LineDocument::Match(int column) const {
   return picker.Results().Text(picker.Results().ActiveRow(), column);
 }

@@ -67,6 +67,9 @@ class LineDocument : public Form {
   virtual void Picker_Picked(PickedBy) { PickItem(); }
   virtual void Command4_Click() { fpSpread1.DeleteChosenRow(); }
 
+  /// What every successful save ends with: no lines, the stock in the search list as it is now, and the words.
+  void Finished(const char* words);
+
   /// Head above the search pane above the lines, the buttons below in that order, ahead of the closing one.
   Layout Arranged(Layout head, std::vector<Layout> buttons) const;
   /// A cell of the active match.

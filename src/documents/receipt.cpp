@@ -323,8 +323,7 @@ void ek_YK_RKMX::Save_YPRK() {
   sRKDH.SetText(next);
   sFPH.SetText("");
   sGHDW.SetText("");
-  fpSpread1.SetMaxRows(0);
-  app_.desktop.MsgBox({"入库添加成功!", box::kInformation, "信息"});
+  Finished("入库添加成功!");
 }
 
 Statement ek_YK_RKMX::HeadInsert(const std::string& number) const {

@@ -229,8 +229,7 @@ void Frm_YKTY::Save_YKTY() {
   if (!saved) return;
   sRKDH.SetText(NextNumber());
   sGHDW.SetText("");
-  fpSpread1.SetMaxRows(0);
-  app_.desktop.MsgBox({"退药成功!", box::kInformation, "信息"});
+  Finished("退药成功!");
 }
 
 Statement Frm_YKTY::HeadInsert(const std::string& number) const {

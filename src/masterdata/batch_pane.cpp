@@ -26,12 +26,18 @@ std::vector<GridColumn> Columns(BatchAmounts amounts) {
 }  // namespace
 
 BatchPane::BatchPane(Form* form, AppContext& app, BatchAmounts amounts)
-    : Grid(form, "fpSpread2", Columns(amounts)), app_(app), amounts_(amounts) {
+    : Grid(form, "fpSpread2", Columns(amounts)), BatchDrug(form, "BatchDrug"), app_(app), amounts_(amounts) {
   SetReadOnly(true);
+  Clear();
 }
 
-void BatchPane::ShowBatches(const std::string& code) {
-  if (code.empty()) return;
+void BatchPane::Clear() {
+  SetMaxRows(0);
+  BatchDrug.SetCaption("库存批次");
+}
+
+void BatchPane::ShowBatches(const std::string& code, const std::string& name) {
+  if (code.empty()) return Clear();
   Trapped(app_, [&] {
     Recordset rows;
     OpenRs(app_, rows,
@@ -39,6 +45,7 @@ void BatchPane::ShowBatches(const std::string& code) {
     const RedrawPause pause(*this);
     Fill(rows);
     CloseRs(rows);
+    BatchDrug.SetCaption("库存批次：" + code + "  " + name);
     if (amounts_ == BatchAmounts::kPurchaseAndWholesale && MaxRows() > 1) GridSumRow(*this, 1, {kCost, kWholesale});
   });
 }

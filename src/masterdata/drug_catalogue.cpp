@@ -49,6 +49,7 @@ Frm_YPML::Frm_YPML(AppContext& app)
   }
   TreeView1.node_click.Connect(this, &Frm_YPML::TreeView1_NodeClick);
   fpSpread1.click.Connect(this, &Frm_YPML::fpSpread1_Click);
+  fpSpread1.row_focus.Connect(this, &Frm_YPML::fpSpread1_RowFocus);
   fpSpread1.right_click.Connect(this, &Frm_YPML::fpSpread1_RightClick);
   fpSpread1.before_edit.Connect(this, &Frm_YPML::fpSpread1_BeforeEdit);
   fpSpread1.change.Connect(this, &Frm_YPML::fpSpread1_Change);
@@ -63,7 +64,7 @@ Layout Frm_YPML::Arrange() const {
       Layout(TreeView1).Stretch(1),
       Column({
                  picker.SearchLine(),
-                 SplitDown({Layout(fpSpread1).Stretch(4), Layout(fpSpread2).Stretch(1)}),
+                 SplitDown({Layout(fpSpread1).Stretch(4), fpSpread2.Arrange().Stretch(1)}),
                  TxtInfo,
                  Row({Command2, Command10, Command7, Command3, Command8, btnTYYP, Space(), Command9, Command4, Command5,
                       Command1, Command6}),
@@ -174,7 +175,7 @@ void Frm_YPML::FillGrid(Recordset& rows) {
     fpSpread1.SetText(row, catalogue::kCost, FormatNumber(value.Cost(), "0.0000"));
     fpSpread1.SetText(row, catalogue::kRetail, FormatNumber(value.Retail(), "0.0000"));
   }
-  fpSpread2.SetMaxRows(0);
+  fpSpread2.Clear();
   TxtInfo.SetCaption("");
   if (fpSpread1.MaxRows() > 0) AddTotals(totals.cost, totals.retail);
   fpSpread1.SetTopRow(1);
@@ -213,12 +214,12 @@ void Frm_YPML::Picker_Picked(PickedBy by) {
   if (by == PickedBy::kDoubleClick) {
     ShowEditor(false);
   } else {
-    fpSpread2.ShowBatches(ActiveCode());
+    ShowBatches();
   }
 }
 
-void Frm_YPML::fpSpread1_Click(int, int) {
-  fpSpread2.ShowBatches(ActiveCode());
+void Frm_YPML::ShowBatches() {
+  fpSpread2.ShowBatches(ActiveCode(), fpSpread1.Text(fpSpread1.ActiveRow(), catalogue::kYPMC));
 }
 
 void Frm_YPML::Command2_Click() {

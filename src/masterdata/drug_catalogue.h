@@ -70,7 +70,9 @@ class Frm_YPML : public Form {
   bool HasStock(const std::string& code);
 
   void TreeView1_NodeClick(int node);
-  void fpSpread1_Click(int row, int col);
+  void ShowBatches();
+  void fpSpread1_Click(int, int) { ShowBatches(); }
+  void fpSpread1_RowFocus(int) { ShowBatches(); }
   void fpSpread1_RightClick(int row, int col);
   void fpSpread1_BeforeEdit(Grid::CellRef cell, bool& refuse);
   void fpSpread1_Change(int row, int col);

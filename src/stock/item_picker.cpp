@@ -1,6 +1,9 @@
 #include "stock/item_picker.h"
 
+#include <algorithm>
 #include <array>
+#include <functional>
+#include <map>
 #include <string_view>
 
 #include "frame/gateway.h"
@@ -138,6 +141,33 @@ void ItemPicker::SearchStart() {
     FillSearchGrid(rows);
   } catch (const Failure& failure) {
     Report(failure);
+  }
+}
+
+void ItemPicker::RereadStock() {
+  constexpr std::string_view kStock = "YKKCL";
+  constexpr int kAtOnce = 500;
+  const auto shown = std::ranges::find_if(settings_.columns, [&](const auto& each) { return each.field == kStock; });
+  if (shown == settings_.columns.end()) return;
+  const int column = static_cast<int>(shown - settings_.columns.begin()) + 1;
+  try {
+    const RedrawPause pause(results_);
+    for (int first = 1; first <= results_.MaxRows(); first += kAtOnce) {
+      const int last = std::min(first + kAtOnce - 1, results_.MaxRows());
+      Statement codes;
+      std::map<std::string, int, std::less<>> row_of;
+      for (int row = first; row <= last; ++row) {
+        const std::string code = results_.Text(row, 1);
+        row_of.emplace(code, row);
+        codes += (codes.empty() ? "" : ",") + Quoted(code, ValueSource{"编码", row});
+      }
+      Recordset stock = app_.Cn->Execute("Select YPBM,YKKCL From YF_YPML Where YPBM In(" + codes + ")");
+      for (; !stock.Eof(); stock.MoveNext()) {
+        const auto row = row_of.find(stock.Field(0).TextOrEmpty());
+        if (row != row_of.end()) results_.SetText(row->second, column, stock.Field(1).Format(shown->picture));
+      }
+    }
+  } catch (const Failure&) {
   }
 }
 

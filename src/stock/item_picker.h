@@ -43,6 +43,10 @@ class ItemPicker {
 
   void SearchStart();
 
+  /// Shows the present stock of the drugs in the list; nothing else of it changes. For a document that has moved stock:
+  /// what cannot be read stays as it was, without a word.
+  void RereadStock();
+
   /// Code of the active match; empty when there is none.
   std::string ActiveCode() const;
 
