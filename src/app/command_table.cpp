@@ -4,6 +4,7 @@
 #include "frame/main_window.h"
 #include "frame/screens.h"
 #include "masterdata/screens.h"
+#include "queries/screens.h"
 
 namespace luming {
 
@@ -168,13 +169,13 @@ std::vector<Command> Commands() {
       Awaited(406, "Frm_TJYPLR"),
       Awaited(407, "Frm_TJJCLR"),
       Awaited(408, "frm_yptjcx"),
-      Awaited(410, "ek_YPPDD"),
-      Awaited(411, "ek_YPPDCX"),
+      Opens(410, kStockTake),
+      Opens(411, kStockTakeQuery),
       Awaited(413, "Frm_YPBS"),
       Awaited(414, "Frm_YPBSCX"),
       Awaited(501, "ek_YPKCCX"),
       Awaited(507, "Frm_YPRCRBB"),
-      Awaited(521, "Frm_WPDYPGL"),
+      Opens(521, kUncountedDrugs),
       Behind("YPGL_YPDCCX", Awaited(551, "Frm_DCYPList")),
       Behind("YPGL_YPGCCX", Awaited(552, "Frm_GCYPList")),
       Behind("YPGL_SXYPCX", Awaited(553, "Frm_SXYPList")),
@@ -216,7 +217,7 @@ const std::vector<const Screen*>& FurtherScreens() {
   static const std::vector<const Screen*> screens = {
       &kMainWindow,      &kLogin,          &kStorehouseChoice,      &kConnectionDialog, &kDictionaryHead,
       &kDictionaryLinks, &kInsuranceItems, &kProducerChoice,        &kProducerEditor,   &kDrugChoice,
-      &kCatalogueImport, &kReceiptEntry,   &kReturnToSupplierEntry,
+      &kCatalogueImport, &kReceiptEntry,   &kReturnToSupplierEntry, &kStockTakeEntry,
   };
   return screens;
 }

@@ -42,6 +42,8 @@ std::optional<CellEntry> EntryOf(Cell cell) {
       break;
     case Cell::kQuantity:
       return CellEntry{QuantityBox().keys, QuantityBox().cut, true};
+    case Cell::kCount:
+      return CellEntry{.keys = KeyFilter::kPrice, .figure = true};
     case Cell::kPrice:
       return CellEntry{PriceBox().keys, PriceBox().cut, true};
     case Cell::kBatch:

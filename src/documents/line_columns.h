@@ -50,7 +50,7 @@ void DayOrNull(Statement& statement, const std::string& cell, const ValueSource&
 
 /// What the operator can do with a cell in place. What he types is held to the keys, the length and the test of the
 /// like field of the entry dialogs.
-enum class Cell { kLocked, kHidden, kQuantity, kPrice, kBatch, kDay };
+enum class Cell { kLocked, kHidden, kQuantity, kCount, kPrice, kBatch, kDay };
 
 /// One column of a document's lines, said once: what it is called, where its cells come from and how they are saved.
 struct LineColumn {

@@ -8,6 +8,7 @@ namespace luming {
 struct AllLineHabits {
   LineHabits receipt;
   LineHabits return_to_supplier;
+  LineHabits stock_take;
 };
 
 // clang-format off
@@ -16,6 +17,8 @@ inline const AllLineHabits kLineHabits = {
   .receipt            = {{10},   {10},     AfterDelete::kSumThenRemoveTotals, ScrollTo::kLastFive, Duplicates::kRefused, "RYYP.Dat"},
   // Column 10 is the expiry here, as if this were a receipt; the amount stands in column 8.
   .return_to_supplier = {{10},   {10},     AfterDelete::kSumThenRemoveTotals, ScrollTo::kLastFive, Duplicates::kRefused, nullptr},
+  // Its total comes and goes with the screen's own RecalcTotal.
+  .stock_take         = {{},     {},       AfterDelete::kNothing,             ScrollTo::kLastRow,  Duplicates::kRefused, "PDD.Dat"},
 };
 // clang-format on
 

@@ -8,5 +8,8 @@ extern const Screen kReceipt;
 extern const Screen kReceiptEntry;
 extern const Screen kReturnToSupplier;
 extern const Screen kReturnToSupplierEntry;
+extern const Screen kStockTake;
+extern const Screen kStockTakeEntry;
+extern const Screen kUncountedDrugs;
 
 }  // namespace luming

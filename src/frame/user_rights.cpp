@@ -9,9 +9,11 @@ bool HasRight(const AppContext& app, RightKey key) {
   return app.CurUser.*(key->flag);
 }
 
-void CheckRight(AppContext& app, RightKey key) {
+namespace {
+
+void Refuse(AppContext& app, std::string_view key) {
   Trapped(app, [&] {
-    Recordset rs = app.Cn->Execute("Select MoudelName From Qx_Temp Where MoudelKey=" + Quoted(key->key));
+    Recordset rs = app.Cn->Execute("Select MoudelName From Qx_Temp Where MoudelKey=" + Quoted(key));
     std::string text = "系统提示您：  \r\n\r\n      ";
     if (rs.RecordCount() > 0) {
       text += "你没有【" + rs.Field("MoudelName").Text() + "】的权限,请您给系统管理员联系。";
@@ -21,6 +23,16 @@ void CheckRight(AppContext& app, RightKey key) {
     app.desktop.MsgBox({text, box::kWarning, "系统提示"});
     CloseRs(rs);
   });
+}
+
+}  // namespace
+
+void CheckRight(AppContext& app, RightKey key) {
+  Refuse(app, key->key);
+}
+
+void CheckRight(AppContext& app) {
+  Refuse(app, {});
 }
 
 }  // namespace luming

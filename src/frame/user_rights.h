@@ -106,5 +106,7 @@ bool HasRight(const AppContext& app, RightKey key);
 /// Shows the refusal for a right that the caller has found missing, in general words where the database has none for
 /// it. Tests nothing itself.
 void CheckRight(AppContext& app, RightKey key);
+/// The same without naming a right: the refusal is in general words.
+void CheckRight(AppContext& app);
 
 }  // namespace luming

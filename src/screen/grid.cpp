@@ -184,12 +184,22 @@ struct Grid::FieldOf {
   const char* picture;
 };
 
-void Grid::Fill(Recordset&& rows, const std::vector<ColumnSource>& sources) {
+std::vector<Grid::FieldOf> Grid::FieldsOf(const Recordset& rows, const std::vector<ColumnSource>& sources) {
   std::vector<FieldOf> fields;
   for (const ColumnSource& source : sources) {
     fields.push_back({*source.field == '\0' ? FieldOf::kNone : rows.ColumnIndex(source.field), source.picture});
   }
-  FillRows(rows, fields);
+  return fields;
+}
+
+void Grid::Fill(Recordset&& rows, const std::vector<ColumnSource>& sources) {
+  FillRows(rows, FieldsOf(rows, sources), Texts::kMoved);
+}
+
+void Grid::Fill(Recordset& rows, const std::vector<ColumnSource>& sources) {
+  const std::vector<FieldOf> fields = FieldsOf(rows, sources);
+  if (rows.RecordCount() > 0) rows.MoveFirst();
+  FillRows(rows, fields, Texts::kCopied);
 }
 
 void Grid::Fill(Recordset&& rows) {
@@ -203,10 +213,10 @@ void Grid::Fill(Recordset&& rows) {
     fits = fits && Text(0, static_cast<int>(fields.size())) == name;
   }
   if (!fits) SetColumns(std::move(columns));
-  FillRows(rows, fields);
+  FillRows(rows, fields, Texts::kMoved);
 }
 
-void Grid::FillRows(Recordset& rows, const std::vector<FieldOf>& fields) {
+void Grid::FillRows(Recordset& rows, const std::vector<FieldOf>& fields, Texts taken) {
   const int count = rows.RecordCount();
   const std::size_t filled = std::min(fields.size(), cells_->columns.size());
   cells_->rows.resize(static_cast<std::size_t>(count) + 1);
@@ -221,7 +231,11 @@ void Grid::FillRows(Recordset& rows, const std::vector<FieldOf>& fields) {
         continue;
       }
       Value& value = rows.Field(index);
-      at.texts[i] = *picture == '\0' ? value.TakeText() : value.Format(picture);
+      if (*picture != '\0') {
+        at.texts[i] = value.Format(picture);
+      } else {
+        at.texts[i] = taken == Texts::kMoved ? value.TakeText() : value.TextOrEmpty();
+      }
     }
     rows.MoveNext();
   }

@@ -3,11 +3,13 @@
 #include <filesystem>
 #include <initializer_list>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "platform/database.h"
+#include "platform/desktop.h"
 #include "screen/control.h"
 #include "screen/grid_column.h"
 
@@ -111,6 +113,8 @@ class Grid : public Control {
   /// Replaces all rows: one row for each record from the first on, columns in the order of `sources`, NULL as an empty
   /// cell. Fires nothing. Moves texts out of `rows` when it is an rvalue.
   void Fill(Recordset&& rows, const std::vector<ColumnSource>& sources);
+  /// The same, for a recordset that is used again: it keeps its texts and stands behind its last row afterwards.
+  void Fill(Recordset& rows, const std::vector<ColumnSource>& sources);
   /// The same with the recordset's own columns, each headed by its name; where the columns have these heads already
   /// they stay as they are.
   void Fill(Recordset&& rows);
@@ -134,6 +138,9 @@ class Grid : public Control {
   void UserHeaderClick(int col);
   void UserColumnWidth(int col, int characters);  ///< the edge of the column was dragged
   void UserCommand(GridCommand command);          ///< to Forms::grid_command
+  /// Offers what the operator may do with any grid behind what the screen has to offer for this one; does the former.
+  /// @param own with numbers above those of the grid's commands @return the one of `own` that was chosen
+  std::optional<int> OfferCommands(std::vector<MenuEntry> own = {});
 
   struct CellRef {
     int row = 0;
@@ -162,8 +169,9 @@ class Grid : public Control {
   template <class Change>
   void ApplyLook(int row, int first_col, int last_col, Change apply);
   int NextVisibleCol(int col, int step) const;
-  void FillRows(Recordset& rows, const std::vector<FieldOf>& fields);
-  void OfferCommands();
+  enum class Texts { kMoved, kCopied };
+  static std::vector<FieldOf> FieldsOf(const Recordset& rows, const std::vector<ColumnSource>& sources);
+  void FillRows(Recordset& rows, const std::vector<FieldOf>& fields, Texts taken);
   void Redraw();
 
   std::unique_ptr<Cells> cells_;

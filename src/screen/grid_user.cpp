@@ -58,11 +58,17 @@ void Grid::UserRightClick(int row, int col) {
   }
 }
 
-void Grid::OfferCommands() {
-  const std::vector<MenuEntry> entries = {{"打印预览(&P)", static_cast<int>(GridCommand::kPreview)},
-                                          {"导出到 Excel(&E)", static_cast<int>(GridCommand::kExport)}};
-  const std::optional<int> chosen = Owner().Registry().desktop().PopUp(entries);
-  if (chosen && !Owner().IsUnloaded()) UserCommand(static_cast<GridCommand>(*chosen));
+std::optional<int> Grid::OfferCommands(std::vector<MenuEntry> own) {
+  Forms& forms = Owner().Registry();
+  if (forms.grid_command) {
+    own.push_back({"打印预览(&P)", static_cast<int>(GridCommand::kPreview)});
+    own.push_back({"导出到 Excel(&E)", static_cast<int>(GridCommand::kExport)});
+  }
+  const std::optional<int> chosen = forms.desktop().PopUp(own);
+  if (!chosen || Owner().IsUnloaded()) return std::nullopt;
+  if (*chosen > static_cast<int>(GridCommand::kExport)) return chosen;
+  UserCommand(static_cast<GridCommand>(*chosen));
+  return std::nullopt;
 }
 
 bool Grid::CanEdit(int row, int col) {

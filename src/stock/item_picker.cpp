@@ -147,7 +147,8 @@ void ItemPicker::SearchStart() {
 void ItemPicker::RereadStock() {
   constexpr std::string_view kStock = "YKKCL";
   constexpr int kAtOnce = 500;
-  const auto shown = std::ranges::find_if(settings_.columns, [&](const auto& each) { return each.field == kStock; });
+  const auto shown =
+      std::ranges::find_if(settings_.columns, [&](const auto& each) { return EqualsIgnoreCase(each.field, kStock); });
   if (shown == settings_.columns.end()) return;
   const int column = static_cast<int>(shown - settings_.columns.begin()) + 1;
   try {

@@ -1,0 +1,9 @@
+#pragma once
+
+#include "frame/screen.h"
+
+namespace luming {
+
+extern const Screen kStockTakeQuery;
+
+}  // namespace luming
