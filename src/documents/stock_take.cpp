@@ -204,8 +204,8 @@ namespace {
 class eK_YPPDDCheck : public EntryDialog {
  public:
   static constexpr const char* kName = "eK_YPPDDCheck";
-  eK_YPPDDCheck(AppContext& app, ek_YPPDD& take)
-      : EntryDialog(app, take.fpSpread1, kName, "请您输入(回车继续)"), take_(take) {
+  eK_YPPDDCheck(AppContext& app, LineGrid& lines)
+      : EntryDialog(app, lines, kName, "请您输入(回车继续)"), take_(static_cast<ek_YPPDD&>(lines.Owner())) {
     DW.click.Connect(this, &eK_YPPDDCheck::DW_Click);
   }
 
@@ -339,10 +339,6 @@ const DocumentKind kKind{.name = ek_YPPDD::kName,
                          .columns = kColumns,
                          .habits = kLineHabits.stock_take};
 
-eK_YPPDDCheck& Entry(AppContext& app, ek_YPPDD& take) {
-  return app.forms.Get<eK_YPPDDCheck>(app, take);
-}
-
 }  // namespace
 
 ek_YPPDD::ek_YPPDD(AppContext& app) : LineDocument(app, kKind) {
@@ -359,7 +355,7 @@ void ek_YPPDD::Load() {
 }
 
 void ek_YPPDD::EnterLine(int row) {
-  eK_YPPDDCheck& dialog = Entry(app_, *this);
+  auto& dialog = app_.forms.Get<eK_YPPDDCheck>(app_, fpSpread1);
   dialog.LoadData(fpSpread1.Text(row, col::kCode));
   dialog.EditRow = row;
   dialog.ShowModal();
@@ -596,8 +592,6 @@ bool ek_YPPDD::Save_PDLine(bool absolute, int row) {
 }
 
 const Screen kStockTake = ChildScreen<ek_YPPDD>();
-const Screen kStockTakeEntry{eK_YPPDDCheck::kName,
-                             [](AppContext& app) -> Form& { return Entry(app, app.forms.Get<ek_YPPDD>(app)); },
-                             [](AppContext& app) { Entry(app, app.forms.Get<ek_YPPDD>(app)).ShowModal(); }};
+const Screen kStockTakeEntry = EntryScreen<eK_YPPDDCheck, ek_YPPDD>();
 
 }  // namespace luming
