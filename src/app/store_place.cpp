@@ -10,7 +10,8 @@
 namespace luming {
 
 bool IsConnectionString(const std::string& place) {
-  return place.find('=') != std::string::npos && !std::filesystem::exists(place);
+  std::error_code out_of_reach;
+  return place.find('=') != std::string::npos && !std::filesystem::exists(place, out_of_reach);
 }
 
 std::shared_ptr<Connection> OpenStore(const std::string& place, const Clock& clock) {
@@ -20,7 +21,8 @@ std::shared_ptr<Connection> OpenStore(const std::string& place, const Clock& clo
     return store;
   }
   const std::filesystem::path directory = std::filesystem::absolute(place);
-  if (!std::filesystem::exists(directory / "DatabaseSet.data")) {
+  std::error_code out_of_reach;
+  if (!std::filesystem::exists(directory / "DatabaseSet.data", out_of_reach) && !out_of_reach) {
     throw Failure(failure::kFileNotFound, "不是应用程序目录，没有连接文件：" + directory.string());
   }
   std::shared_ptr<Connection> store = NewConnection(directory, clock);

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "localdb/definition.h"
+#include "localdb/engine_error.h"
 #include "localdb/errors.h"
 #include "localdb/executor.h"
 #include "localdb/parser/parser.h"
@@ -71,7 +72,7 @@ void Catalogue::Load(sqlite3* store) {
       sqlite3_prepare_v2(store, "SELECT id, type, source FROM \"luming$objects\" ORDER BY id", -1, &raw, nullptr);
   StatementHandle rows(raw);
   if (result == SQLITE_OK) {
-    while ((result = sqlite3_step(raw)) == SQLITE_ROW) {
+    while ((result = StepEngine(raw)) == SQLITE_ROW) {
       auto text = [&](int i) {
         auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(raw, i));
         return std::string(bytes ? bytes : "");
@@ -79,12 +80,13 @@ void Catalogue::Load(sqlite3* store) {
       try {
         Define(sqlite3_column_int64(raw, 0), text(2));
       } catch (const SqlError&) {
-        throw SqlError(native::kDamaged, text(1));
+        throw SqlError(native::kDamaged, sqlite3_db_filename(store, "main"));
       }
     }
   }
-  if (result == SQLITE_BUSY || result == SQLITE_LOCKED) throw SqlError(native::kLockTimeout);
-  if (result != SQLITE_DONE) throw SqlError(native::kDamaged, sqlite3_errmsg(store));
+  // A statement of our own that the engine does not understand: the store lacks what every store has.
+  if (result == SQLITE_ERROR) throw SqlError(native::kDamaged, sqlite3_db_filename(store, "main"));
+  if (result != SQLITE_DONE) throw EngineError(store);
   ReadVersion(store);
   AddSystemTables(*this);
 }

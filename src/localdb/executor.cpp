@@ -1,10 +1,8 @@
 #include "localdb/executor.h"
 
-#include <algorithm>
 #include <optional>
 
-#include "localdb/errors.h"
-#include "util/text.h"
+#include "localdb/engine_error.h"
 
 namespace luming::localdb {
 namespace {
@@ -67,92 +65,7 @@ void Fetch(sqlite3_value* field, const SqlType& type, Value& cell) {
   }
 }
 
-// Temporary tables bear the level of their maker behind their name: "#T@2.1f".
-std::string_view LogicalName(std::string_view physical) {
-  if (physical.starts_with("temp.")) physical.remove_prefix(5);
-  return physical.starts_with('#') || physical.starts_with('@') ? physical.substr(0, physical.find('@', 1)) : physical;
-}
-
-// "UNIQUE constraint failed: T.A, T.B" names the columns; the catalogue knows whose key they are.
-SqlError KeyError(std::string_view message, const Catalogue* catalogue) {
-  std::size_t colon = message.find(": ");
-  std::vector<std::string> columns;
-  std::string table_name;
-  if (colon != std::string_view::npos) {
-    for (const std::string& name : Split(message.substr(colon + 2), ", ")) {
-      std::size_t dot = name.rfind('.');
-      table_name = name.substr(0, dot);
-      columns.push_back(name.substr(dot + 1));
-    }
-  }
-  const Table* table = catalogue ? catalogue->FindTable(table_name) : nullptr;
-  if (!table) return SqlError(native::kDuplicateKey, LogicalName(table_name), Join(columns, ","));
-  for (const Key& key : table->keys) {
-    bool same = std::equal(key.columns.begin(), key.columns.end(), columns.begin(), columns.end(),
-                           [](const std::string& a, const std::string& b) { return EqualsIgnoreCase(a, b); });
-    if (same && key.unique) {
-      return SqlError(key.constraint ? native::kDuplicateKey : native::kDuplicateIndexKey, table->name, key.name);
-    }
-  }
-  return SqlError(native::kDuplicateKey, table->name, Join(columns, ","));
-}
-
-SqlError NullError(std::string_view message) {
-  std::string_view name = message.substr(message.find(": ") + 2);
-  std::size_t dot = name.rfind('.');
-  return SqlError(native::kNull, name.substr(dot + 1), LogicalName(name.substr(0, dot)));
-}
-
-SqlError ConstraintError(sqlite3* store, const Catalogue* catalogue) {
-  std::string_view message = sqlite3_errmsg(store);
-  switch (sqlite3_extended_errcode(store)) {
-    case SQLITE_CONSTRAINT_UNIQUE:
-    case SQLITE_CONSTRAINT_PRIMARYKEY:
-    case SQLITE_CONSTRAINT_ROWID:
-      return KeyError(message, catalogue);
-    case SQLITE_CONSTRAINT_NOTNULL:
-      return NullError(message);
-    case SQLITE_CONSTRAINT_FOREIGNKEY:
-      return SqlError(native::kReference, "引用的记录不存在，或记录仍被引用");
-    default:
-      return SqlError(native::kReference, "不满足 CHECK 条件");
-  }
-}
-
 }  // namespace
-
-SqlError EngineError(sqlite3* store, const Catalogue* catalogue) {
-  const char* file = sqlite3_db_filename(store, "main");
-  switch (sqlite3_errcode(store) & 0xff) {
-    case SQLITE_CONSTRAINT:
-      return ConstraintError(store, catalogue);
-    case SQLITE_BUSY:
-    case SQLITE_LOCKED:
-      return SqlError(native::kLockTimeout);
-    case SQLITE_CORRUPT:
-    case SQLITE_NOTADB:
-      return SqlError(native::kDamaged, file ? file : "");
-    case SQLITE_FULL:
-    case SQLITE_IOERR:
-      return SqlError(native::kFull);
-    case SQLITE_READONLY:
-    case SQLITE_PERM:
-    case SQLITE_CANTOPEN:
-      return SqlError(native::kReadOnly);
-    case SQLITE_TOOBIG:
-      return SqlError(native::kTooLong, "", "1000000000");
-    default:
-      break;
-  }
-  std::string_view message = sqlite3_errmsg(store);
-  constexpr std::string_view kNoTable = "no such table: ";
-  if (message.starts_with(kNoTable))
-    return SqlError(native::kMissingObject, LogicalName(message.substr(kNoTable.size())));
-  bool too_deep =
-      message.find("too large") != std::string_view::npos || message.find("overflow") != std::string_view::npos;
-  if (too_deep) return SqlError(native::kNestedTooDeep);
-  return SqlError(native::kInternal, message);
-}
 
 void RunPlain(sqlite3* store, const std::string& sql) {
   RunBound(store, sql, {});
@@ -166,14 +79,14 @@ void RunBound(sqlite3* store, const std::string& sql, const std::vector<std::str
   }
   int result;
   do {
-    result = sqlite3_step(statement.get());
+    result = StepEngine(statement.get());
   } while (result == SQLITE_ROW);
   if (result != SQLITE_DONE) throw EngineError(store);
 }
 
 std::int64_t ReadNumber(sqlite3* store, const std::string& sql) {
   StatementHandle statement = PrepareText(store, sql, 0);
-  int result = sqlite3_step(statement.get());
+  int result = StepEngine(statement.get());
   if (result == SQLITE_ROW) return sqlite3_column_int64(statement.get(), 0);
   if (result != SQLITE_DONE) throw EngineError(store);
   return 0;
@@ -241,7 +154,7 @@ void Executor::Bind(Plan& plan, const Bindings& bindings) {
 }
 
 bool Executor::Step(sqlite3_stmt* statement) {
-  int result = sqlite3_step(statement);
+  int result = StepEngine(statement);
   if (result == SQLITE_ROW) return true;
   if (result == SQLITE_DONE) return false;
   if (functions_.error) {

@@ -20,9 +20,6 @@ void RunBound(sqlite3* store, const std::string& sql, const std::vector<std::str
 /// The one number that a query of the engine's own gives; 0 without a row.
 std::int64_t ReadNumber(sqlite3* store, const std::string& sql);
 
-/// The error that the engine's present error code stands for.
-SqlError EngineError(sqlite3* store, const Catalogue* catalogue = nullptr);
-
 /// Where the values of a plan's parameters come from.
 struct Bindings {
   const LexedText& lexed;

@@ -1,9 +1,13 @@
 #include "localdb/store_file.h"
 
+#include <csignal>
 #include <filesystem>
+#include <system_error>
 
+#include "localdb/engine_error.h"
 #include "localdb/errors.h"
 #include "localdb/executor.h"
+#include "util/system_reason.h"
 
 namespace luming::localdb {
 namespace {
@@ -37,23 +41,21 @@ std::string Shown(const std::filesystem::path& path) {
   return std::string(text.begin(), text.end());
 }
 
-std::int64_t ReadHead(sqlite3* store, const char* pragma, const std::filesystem::path& path) {
-  sqlite3_stmt* raw = nullptr;
-  int result = sqlite3_prepare_v2(store, pragma, -1, &raw, nullptr);
-  StatementHandle statement(raw);
-  if (result == SQLITE_OK) result = sqlite3_step(raw);
-  if (result == SQLITE_ROW) return sqlite3_column_int64(raw, 0);
-  if ((result & 0xff) == SQLITE_BUSY) throw SqlError(native::kLockTimeout);
-  throw SqlError((result & 0xff) == SQLITE_NOTADB ? native::kForeign : native::kDamaged, Shown(path));
+/// What holds for the whole process, once.
+bool PrepareEngine() {
+  // Nobody asks for the engine's count of its memory, which would lock a mutex at every allocation.
+  sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
+  // A file that may not grow is a write that fails and is told; it must not end the program.
+  std::signal(SIGXFSZ, SIG_IGN);
+  return true;
 }
 
 StoreHandle Open(const std::filesystem::path& path, int flags) {
-  // Nobody asks for the engine's count of its memory, which would lock a mutex at every allocation.
-  [[maybe_unused]] static const int uncounted = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
+  [[maybe_unused]] static const bool prepared = PrepareEngine();
   sqlite3* raw = nullptr;
   int result = sqlite3_open_v2(Shown(path).c_str(), &raw, flags | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
   StoreHandle store(raw);
-  if (result != SQLITE_OK) throw SqlError(native::kReadOnly);
+  if (result != SQLITE_OK) throw EngineError(raw, nullptr, Shown(path));
   sqlite3_db_config(raw, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
   sqlite3_db_config(raw, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
   sqlite3_db_config(raw, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
@@ -80,12 +82,14 @@ void CreateStoreFile(const std::filesystem::path& path) {
 
 StoreHandle OpenStoreFile(const std::filesystem::path& path, const std::string& name, const LockWait& wait) {
   std::error_code error;
-  if (!std::filesystem::is_regular_file(path, error)) throw SqlError(native::kNoStore, name);
+  const bool is_file = std::filesystem::is_regular_file(path, error);
+  const bool missing = !error || error == std::errc::no_such_file_or_directory;
+  if (!missing) throw SqlError(native::kCannotOpen, Shown(path), SystemReason(error.value()));
+  if (!is_file) throw SqlError(native::kNoStore, name, "，没有文件“" + Shown(path) + "”");
   StoreHandle store = Open(path, SQLITE_OPEN_READWRITE);
   sqlite3_busy_handler(store.get(), WaitForTheOther, const_cast<LockWait*>(&wait));
-  bool ours = ReadHead(store.get(), "PRAGMA application_id", path) == kApplicationId;
-  if (!ours || ReadHead(store.get(), "PRAGMA user_version", path) != kFormat)
-    throw SqlError(native::kForeign, Shown(path));
+  bool ours = ReadNumber(store.get(), "PRAGMA application_id") == kApplicationId;
+  if (!ours || ReadNumber(store.get(), "PRAGMA user_version") != kFormat) throw SqlError(native::kForeign, Shown(path));
   for (const char* setting : kSettings) RunPlain(store.get(), setting);
   return store;
 }

@@ -19,7 +19,7 @@ struct LockWait {
 };
 
 /// Opens a store that exists, for durable work: write-ahead log, full synchronisation. A file that is missing (4060),
-/// no store, of a newer format (948) or damaged (824) is refused and left as it is.
+/// no store, of a newer format (948), damaged (824) or out of reach (5120) is refused and left as it is.
 /// @param wait outlives the store
 StoreHandle OpenStoreFile(const std::filesystem::path& path, const std::string& name, const LockWait& wait);
 

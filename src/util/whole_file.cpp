@@ -8,30 +8,11 @@
 #include <cstdio>
 #include <fstream>
 
+#include "util/system_reason.h"
+
 namespace luming {
 
 namespace {
-
-std::string Reason(int error) {
-  switch (error) {
-    case EACCES:
-    case EPERM:
-    case EROFS:
-      return "没有权限";
-    case ENOENT:
-    case ENOTDIR:
-      return "没有这个目录";
-    case ENOSPC:
-    case EDQUOT:
-      return "磁盘空间不足";
-    case EISDIR:
-      return "不是普通文件";
-    case EFBIG:
-      return "文件太大";
-    default:
-      return "系统错误 " + std::to_string(error);
-  }
-}
 
 /// Facts of the file; nothing when there is none.
 std::optional<struct stat> FactsOf(const std::filesystem::path& file) {
@@ -95,7 +76,7 @@ void SyncDirectory(const std::filesystem::path& directory) {
 
 Failure NoFileAccess(const std::filesystem::path& file, int error) {
   return {failure::kFileAccess,
-          StandardFailure(failure::kFileAccess).description() + "：" + file.string() + "（" + Reason(error) + "）"};
+          StandardFailure(failure::kFileAccess).description() + "：" + file.string() + "（" + SystemReason(error) + "）"};
 }
 
 bool FileExists(const std::filesystem::path& file) {

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 #include <sqlite3.h>
+#include <sys/resource.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <string>
@@ -48,6 +50,31 @@ class StoreTest : public testing::Test {
 long FailureOf(Connection& connection, const std::string& sql) {
   return luming::FailureOf([&] { connection.Execute(sql); });
 }
+
+/// While it lives the process has the rights of nobody in particular, as an operator's has.
+class NoPrivileges {
+ public:
+  NoPrivileges() { EXPECT_TRUE(geteuid() != 0 || seteuid(65534) == 0); }
+  ~NoPrivileges() { EXPECT_EQ(seteuid(getuid()), 0); }
+  NoPrivileges(const NoPrivileges&) = delete;
+  NoPrivileges& operator=(const NoPrivileges&) = delete;
+};
+
+/// While it lives no file grows beyond so many bytes, as on a disk that is full.
+class SmallFiles {
+ public:
+  explicit SmallFiles(rlim_t bytes) {
+    getrlimit(RLIMIT_FSIZE, &before_);
+    const rlimit small{bytes, before_.rlim_max};
+    EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+  }
+  ~SmallFiles() { setrlimit(RLIMIT_FSIZE, &before_); }
+  SmallFiles(const SmallFiles&) = delete;
+  SmallFiles& operator=(const SmallFiles&) = delete;
+
+ private:
+  rlimit before_{};
+};
 
 /// With the store "s" and a connection to it.
 class OpenStoreTest : public StoreTest {
@@ -107,7 +134,7 @@ TEST_F(StoreTest, RefusesWhatIsNoStoreAndLeavesItAlone) {
 
   WriteBytes(directory_ / "text.db", std::string(5000, 'x'));
   EXPECT_EQ(OpenFailure("text", &text), kGeneral);
-  EXPECT_NE(text.find("text.db"), std::string::npos) << text;
+  EXPECT_NE(text.find("text.db”已损坏"), std::string::npos) << text;
   EXPECT_EQ(ReadBytes(directory_ / "text.db"), std::string(5000, 'x'));
 
   WriteBytes(directory_ / "empty.db", "");
@@ -150,6 +177,42 @@ TEST_F(StoreTest, TellsDamageAndNeverCrashesOnIt) {
   });
   EXPECT_EQ(told.number(), kGeneral);
   EXPECT_NE(told.description().find("损坏"), std::string::npos) << told.description();
+}
+
+TEST_F(StoreTest, AnUntouchableFileIsNoDamagedOne) {
+  using std::filesystem::perms;
+  MakeStore("s");
+  const std::filesystem::path file = directory_ / "s.db";
+  std::string text;
+  const auto refused_to_nobody = [&](const std::filesystem::path& what, perms rights) {
+    std::filesystem::permissions(directory_.Path(), perms(0755));
+    std::filesystem::permissions(file, perms(0644));
+    std::filesystem::permissions(what, rights);
+    const NoPrivileges nobody;
+    return OpenFailure("s", &text) == kGeneral;
+  };
+  EXPECT_TRUE(refused_to_nobody(directory_.Path(), perms(0555)));
+  EXPECT_EQ(text, "不能写数据库文件“" + file.string() + "”：没有权限。");
+  EXPECT_TRUE(refused_to_nobody(file, perms(0)));
+  EXPECT_EQ(text, "系统不能打开数据库文件“" + file.string() + "”：没有权限。");
+  EXPECT_TRUE(refused_to_nobody(directory_.Path(), perms(0)));
+  EXPECT_EQ(text, "系统不能打开数据库文件“" + file.string() + "”：没有权限。");
+  std::filesystem::permissions(directory_.Path(), perms(0755));
+}
+
+TEST_F(OpenStoreTest, AFileThatMayNotGrowIsToldAndTheNextSaveHolds) {
+  connection.BeginTrans();
+  connection.Execute("Insert into T Values('lost')");
+  {
+    const SmallFiles full(std::filesystem::file_size(directory_ / "s.db-wal"));
+    const Failure told = Caught([&] { connection.CommitTrans(); });
+    EXPECT_EQ(told.description(),
+              "读写数据库文件“" + (directory_ / "s.db").string() + "”时系统报错：文件太大。本次操作没有完成。");
+    connection.RollbackTrans();
+  }
+  EXPECT_EQ(RowCount(connection), "1");
+  connection.Execute("Insert into T Values('next')");
+  EXPECT_EQ(RowCount(connection), "2");
 }
 
 TEST_F(StoreTest, IsMadeOnceAndKeepsWhatIsWritten) {
@@ -197,7 +260,8 @@ TEST_F(OpenStoreTest, WaitsForAnotherTransactionThenFailsClearly) {
 
   // Readers are not held up, and do not see what is not committed.
   EXPECT_EQ(RowCount(second), "1");
-  EXPECT_EQ(FailureOf(second, "Insert into T Values('second')"), kGeneral);
+  const Failure told = Caught([&] { second.Execute("Insert into T Values('second')"); });
+  EXPECT_EQ(told.description(), "数据库文件“" + (directory_ / "s.db").string() + "”正被另一个程序使用，请稍后重试。");
   EXPECT_THROW(second.BeginTrans(), Failure);
   EXPECT_TRUE(second.IsOpen());
 
