@@ -89,8 +89,12 @@ void UploadData::Import(const std::string& file) {
   Recordset rows = workbook->Read(kSheet);
   const std::string statement = MakeSql(known, rows.ColumnNames());
   const Hurry hurry(app_.Cn);
-  ImportRows(rows, statement);
-  RepairNulls();
+  ImportReport report(app_);
+  ImportRows(rows, statement, report);
+  Text1.AppendText(report.Incomplete() + report.LostFigures());
+  Text1.AppendText(std::string(kLogTitle) + "  导入完成,其中成功:" + std::to_string(succeeded_) + " ；失败：" +
+                   std::to_string(failed_) + kLineEnd);
+  ExecSql(app_, RepairStatements());
 }
 
 UploadData::Kind UploadData::KindOf(std::string_view type) {
@@ -126,21 +130,35 @@ std::string UploadData::MakeSql(const std::map<std::string, Target>& known, cons
   return "Insert into YF_YPML (" + columns;
 }
 
-void UploadData::ImportRows(Recordset& rows, const std::string& statement) {
+void UploadData::ImportRows(Recordset& rows, const std::string& statement, ImportReport& report) {
   const int total = rows.RecordCount();
   for (int row = 1; !rows.Eof() && !stop_; rows.MoveNext(), ++row) {
     try {
       app_.Cn->Execute(statement + ") Values (" + ValuesOf(rows) + ")");
       ++succeeded_;
+      report.Add(CleanSearchText(TextFor("YPBM", rows)));
     } catch (const Failure& failure) {
       ++failed_;
-      Text1.AppendText("第【" + std::to_string(row) + "】行出错 " + "  错误描述:" + failure.description() + kLineEnd);
+      Text1.AppendText("第【" + std::to_string(row) + "】行出错 " + "  错误描述:" + failure.description() + kLineEnd +
+                       DrugOf(rows));
     }
     ShowShare(row, total);
     app_.desktop.DoEvents();
   }
-  Text1.AppendText(std::string(kLogTitle) + "  导入完成,其中成功:" + std::to_string(succeeded_) + " ；失败：" +
-                   std::to_string(failed_) + kLineEnd);
+}
+
+std::string UploadData::DrugOf(const Recordset& row) const {
+  const std::string code = TextFor("YPBM", row);
+  const std::string name = TextFor("YPMC", row);
+  if (code.empty() && name.empty()) return {};
+  return "    编码【" + code + "】品名【" + name + "】" + kLineEnd;
+}
+
+std::string UploadData::TextFor(const char* column, const Recordset& row) const {
+  for (std::size_t i = 0; i < targets_.size(); ++i) {
+    if (EqualsIgnoreCase(targets_[i].column, column)) return Trim(row.Field(i).TextOrEmpty());
+  }
+  return {};
 }
 
 Statement UploadData::ValuesOf(const Recordset& rows) {
@@ -170,19 +188,6 @@ void UploadData::ShowShare(int done, int total) {
   const double share = static_cast<double>(done) / total;
   Picture1.SetShare(share);
   Label_Info.SetCaption("  已完成  " + FormatNumber(share * 100, "0.00") + "%");
-}
-
-/// What the sheet left empty counts as nothing, a missing ratio as one.
-void UploadData::RepairNulls() {
-  constexpr std::pair<const char*, const char*> kRepairs[] = {
-      {"kcl", "0"},  {"ykkcl", "0"}, {"clb", "1"},    {"cllsj", "0"},  {"lsj", "0"},
-      {"kcsx", "0"}, {"kcxx", "0"},  {"ykkcsx", "0"}, {"ykkcxx", "0"}, {"plj", "0"}};
-  std::vector<std::string> statements;
-  for (const auto& [column, value] : kRepairs) {
-    statements.push_back("update yf_ypml set " + std::string(column) + "=" + value + " where isnull(" + column +
-                         ",'1')='1'");
-  }
-  ExecSql(app_, Join(statements, " "));
 }
 
 void UploadData::Command11_Click() {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "frame/app_context.h"
+#include "masterdata/import_report.h"
 #include "platform/statement.h"
 #include "screen/button.h"
 #include "screen/form.h"
@@ -54,8 +55,11 @@ class UploadData : public Form {
   std::map<std::string, Target> ReadTargets();
   /// Finds the targets of the sheet's columns. @return the head of the statement that a row becomes
   std::string MakeSql(const std::map<std::string, Target>& known, const std::vector<std::string>& heads);
-  void ImportRows(Recordset& rows, const std::string& statement);
-  void RepairNulls();
+  void ImportRows(Recordset& rows, const std::string& statement, ImportReport& report);
+  /// Which drug a row is about, a line of the log; empty where the row does not say.
+  std::string DrugOf(const Recordset& row) const;
+  /// What the row has for a column of the catalogue; empty where the sheet has no such column.
+  std::string TextFor(const char* column, const Recordset& row) const;
   Statement ValuesOf(const Recordset& rows);
   Statement ValueFor(const Target& target, const Value& value, const std::string& head);
   void ShowShare(int done, int total);

@@ -40,7 +40,8 @@ class UploadDataTest : public StoreTest {
     own_.Cn = app.Cn;
     own_.ConnStr = app.ConnStr;
     const std::pair<const char*, const char*> columns[] = {
-        {"编码','YPBM", "1"}, {"零售价','LSJ", "2"}, {"日期','ZCSB", "3"}, {"ABC','ABC", ""}, {"空','", "1"}};
+        {"编码','YPBM", "1"}, {"零售价','LSJ", "2"}, {"日期','ZCSB", "3"}, {"ABC','ABC", ""},   {"空','", "1"},
+        {"品名','YPMC", "1"}, {"项目','SFXM", "1"},  {"进价','PFJ", "2"},  {"收费','SFSF", "2"}};
     for (const auto& [names, kind] : columns) {
       Run("Insert Into DATAGRID_HEAD(Tabel_Name,File_Cname,File_Ename,Filed_Type) Values('YF_YPML','" +
           std::string(names) + "','" + kind + "')");
@@ -90,7 +91,21 @@ TEST_F(UploadDataTest, AColumnThatIsMappedToNothingTakesNoPlace) {
   const std::string log =
       Import({{Value("编码"), Value("空"), Value("零售价")}, {Value("21"), Value("x"), Value(2.0)}});
   EXPECT_EQ(Inserted(), (std::vector<std::string>{"(YPBM,LSJ) Values ('21',2)"}));
-  EXPECT_EQ(log, "从Excel 药品目录  导入完成,其中成功:1 ；失败：0\r\n");
+  EXPECT_TRUE(log.ends_with("\r\n从Excel 药品目录  导入完成,其中成功:1 ；失败：0\r\n")) << log;
+}
+
+TEST_F(UploadDataTest, TheLogNamesWhatTheImportedDrugsLack) {
+  Run("Insert Into eK_ChargeItem(sItemName,YPBZ) Values('西药费',1)");
+  const std::string log = Import({{Value("编码"), Value("品名"), Value("项目"), Value("进价"), Value("收费")},
+                                  {Value("a1"), Value("甲"), Value("西药费"), Value(1.0), Value(0.0)},
+                                  {Value("a2"), Value("乙"), Value("西药"), Value(), Value(1.0)},
+                                  {Value("a3"), Value("丙"), Value(), Value(2.0), Value()}});
+  EXPECT_EQ(log,
+            "提示：没有收费项目、不会出现在药品目录中的药品 1 种：a3 丙\r\n"
+            "提示：收费项目不存在、不会出现在药品目录中的药品 1 种：a2 乙（西药）\r\n"
+            "提示：没有进价的药品 1 种：a2 乙\r\n"
+            "提示：“是否收费”没有填的药品 1 种：a3 丙\r\n"
+            "从Excel 药品目录  导入完成,其中成功:3 ；失败：0\r\n");
 }
 
 TEST_F(UploadDataTest, ALostConnectionFailsTheRowsThatAreLeft) {
