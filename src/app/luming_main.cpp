@@ -103,7 +103,7 @@ class ScriptRunner {
 
 int RunProgram(const Options& options) {
   const bool by_hand = options.script.empty();
-  QtDesktop desktop;
+  QtDesktop desktop(AppContext::kTitle);
   QtPrinting printing(desktop, by_hand ? QtPrinting::Printer::kReal : QtPrinting::Printer::kNone);
   Program program(desktop, printing, by_hand ? Machine::kReal : Machine::kUntouched,
                   options.home.empty() ? ProgramDirectory() : options.home);

@@ -100,6 +100,10 @@ bool CellEditor::eventFilter(QObject* watched, QEvent* event) {
 }
 
 bool CellEditor::KeyPressed(const QKeyEvent& event) {
+  if (IsMnemonic(event)) {
+    on_key(event);  // the caption's control commits when it takes the focus
+    return true;
+  }
   if (const char32_t typed = TypedCharacter(event); typed != 0) return !Passes(keys_, typed, FromQt(Text()));
   switch (event.key()) {
     case Qt::Key_Escape:

@@ -128,7 +128,7 @@ bool FormWidget::HandleKey(FieldView* field, const QKeyEvent& event) {
     const bool presses = pressed.code == key::kEnter || pressed.alt;
     Enter([&](Form& form) { taken = form.UserKey(pressed); }, presses ? Work::kLong : Work::kBrief);
   }
-  if (taken || !form_) return true;
+  if (taken || !form_ || IsMnemonic(event)) return true;
   if (!field) return false;
   if (TypedCharacter(event) != 0 && !field->Accepts(event.text())) return true;
   return field->KeyAfterModel(event);

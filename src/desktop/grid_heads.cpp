@@ -2,10 +2,17 @@
 
 #include <QPainter>
 #include <QStyleOption>
+#include <QToolTip>
 
 #include "desktop/qt_text.h"
 
 namespace luming {
+
+void ShowToolTip(const QHelpEvent& event, QWidget& widget, const QRect& place, const QString& text) {
+  // Only a rich text is broken into lines where it is longer than the screen is wide.
+  const QString words = text.isEmpty() ? text : "<p style='white-space:pre-wrap'>" + text.toHtmlEscaped() + "</p>";
+  QToolTip::showText(event.globalPos(), words, &widget, place);
+}
 
 GridHeads::GridHeads(GridTable& table, QWidget* parent) : QHeaderView(Qt::Horizontal, parent), table_(table) {
   setSectionsClickable(true);
@@ -25,6 +32,18 @@ void GridHeads::Settle() {
 QSize GridHeads::sizeHint() const {
   const QSize size = QHeaderView::sizeHint();
   return {size.width(), size.height() * rows_};
+}
+
+/// A head that has no room for its caption tells it to whoever points at it.
+bool GridHeads::viewportEvent(QEvent* event) {
+  if (event->type() != QEvent::ToolTip) return QHeaderView::viewportEvent(event);
+  const auto& help = *static_cast<QHelpEvent*>(event);
+  const int section = logicalIndexAt(help.pos());
+  if (section < 0 || !table_.grid()) return true;
+  const bool clipped = sectionSizeFromContents(section).width() > sectionSize(section);
+  const QRect place(sectionViewportPosition(section), 0, sectionSize(section), height());
+  ShowToolTip(help, *viewport(), place, clipped ? CellText(*table_.grid(), 0, section + 1) : QString());
+  return true;
 }
 
 bool GridHeads::SharesHead(int section, int other) const {

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -41,6 +42,14 @@ class CellPainter final : public QStyledItemDelegate {
     painter->restore();
   }
 
+  /// The whole of a text that its cell has no room for.
+  bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                 const QModelIndex& index) override {
+    if (event->type() != QEvent::ToolTip) return QStyledItemDelegate::helpEvent(event, view, option, index);
+    ShowToolTip(*event, *view->viewport(), option.rect, IsClipped(*view, option, index) ? WholeText(index) : QString());
+    return true;
+  }
+
  private:
   struct Look {
     QColor text;
@@ -74,6 +83,20 @@ class CellPainter final : public QStyledItemDelegate {
     }
     if (!pane_.isEnabled()) look.text = theme.muted;
     return look;
+  }
+
+  QString WholeText(const QModelIndex& index) const {
+    return ToQt(pane_.grid()->Text(index.row() + 1, index.column() + 1)).remove('\r');
+  }
+
+  bool IsClipped(const QAbstractItemView& view, const QStyleOptionViewItem& option, const QModelIndex& index) const {
+    const Grid* grid = pane_.grid();
+    if (!grid || !index.isValid() || grid->PageLines() > 0) return false;
+    if (grid->Kind(index.row() + 1, index.column() + 1) == CellKind::kCheck) return false;
+    QFont font = option.font;
+    font.setBold(grid->Bold(index.row() + 1, index.column() + 1));
+    const QRect seen = option.rect.intersected(view.viewport()->rect());
+    return QFontMetrics(font).horizontalAdvance(index.data().toString()) > seen.width() - 2 * kPadding;
   }
 
   /// A cell that spans the edge of the frozen columns is painted by both panes, and by both from the same place on, so

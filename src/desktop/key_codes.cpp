@@ -46,6 +46,12 @@ KeyEvent ToKeyEvent(const QKeyEvent& event) {
           .alt = held.testFlag(Qt::AltModifier)};
 }
 
+bool IsMnemonic(const QKeyEvent& event) {
+  const Qt::KeyboardModifiers held = event.modifiers();
+  return held.testFlag(Qt::AltModifier) && !held.testFlag(Qt::ControlModifier) && !event.text().isEmpty() &&
+         event.text().front().isPrint();
+}
+
 char32_t TypedCharacter(const QKeyEvent& event) {
   if (event.modifiers() & (Qt::ControlModifier | Qt::AltModifier)) return 0;
   const QList<uint> characters = event.text().toUcs4();

@@ -9,6 +9,9 @@ namespace luming {
 /// The key as the screens speak of it; code 0 for a key that they have no name for.
 KeyEvent ToKeyEvent(const QKeyEvent& event);
 
+/// A letter pressed with Alt: it belongs to a caption, and types nothing though no caption has it.
+bool IsMnemonic(const QKeyEvent& event);
+
 /// The character that the key types; 0 when it types none (control characters, combinations with Ctrl or Alt).
 char32_t TypedCharacter(const QKeyEvent& event);
 

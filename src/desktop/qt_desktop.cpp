@@ -3,14 +3,15 @@
 #include <QApplication>
 #include <QCursor>
 #include <QFile>
-#include <QFileDialog>
+#include <QFileInfo>
 #include <QMenu>
 #include <QScreen>
+#include <QStyle>
 #include <QWindow>
 #include <algorithm>
 
 #include "desktop/box_window.h"
-#include "desktop/file_filter.h"
+#include "desktop/file_dialog.h"
 #include "desktop/form_widget.h"
 #include "desktop/glyphs.h"
 #include "desktop/main_window.h"
@@ -39,6 +40,17 @@ void StandUnder(QWidget& window, const QWidget* below) {
   const QRect room = window.screen()->availableGeometry();
   const int foot = below ? below->geometry().bottom() : room.bottom();
   window.move(window.x(), std::min(foot, room.bottom() - window.height()));
+}
+
+/// Right below the field that is being typed into, or right above it where there is no room below.
+void StandAtField(QWidget& window, const QWidget& field) {
+  const QRect room = window.screen()->availableGeometry();
+  const QRect place(field.mapToGlobal(QPoint(0, 0)), field.size());
+  const int height = window.height() + window.style()->pixelMetric(QStyle::PM_TitleBarHeight);
+  const bool fits_below = place.bottom() + height <= room.bottom();
+  const int left = std::min(place.left(), room.right() - window.width());
+  window.move(std::max(room.left(), left),
+              fits_below ? place.bottom() + 1 : std::max(room.top(), place.top() - height));
 }
 
 void StandAt(QWidget& window, const WindowPlace& place) {
@@ -84,7 +96,7 @@ class Slot {
 
 }  // namespace
 
-QtDesktop::QtDesktop() {
+QtDesktop::QtDesktop(const std::string& title) : title_(ToQt(title)) {
   QApplication::setQuitOnLastWindowClosed(false);
   QApplication::setWindowIcon(glyphs::OfProgram());
   ApplyTheme(theme_, skin_);
@@ -151,13 +163,7 @@ Answer QtDesktop::MsgBox(const Box& box) {
 std::optional<std::string> QtDesktop::ChooseFile(const FileRequest& request) {
   FileQuestion question;
   question.request = request;
-  QFileDialog dialog(nullptr, ToQt(request.title), ToQt(request.directory.string()));
-  dialog.setOption(QFileDialog::DontUseNativeDialog, QGuiApplication::platformName() == "offscreen");
-  dialog.setAcceptMode(request.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-  dialog.setFileMode(request.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
-  dialog.setNameFilters(NameFilters(request.filter));
-  dialog.setDefaultSuffix(ToQt(request.extension));
-  dialog.selectFile(ToQt(request.name));
+  FileDialogWindow dialog(request, last_directory_);
   QObject::connect(&dialog, &QDialog::finished, &dialog, [&](int result) {
     if (result == QDialog::Accepted) question.answer = FromQt(dialog.selectedFiles().value(0));
     question.loop.exit();
@@ -169,6 +175,7 @@ std::optional<std::string> QtDesktop::ChooseFile(const FileRequest& request) {
   guard_.Wait(question.loop);
   dialog.hide();
   ActivateFront();
+  if (question.answer) last_directory_ = QFileInfo(ToQt(*question.answer)).absolutePath();
   return question.answer;
 }
 
@@ -235,6 +242,7 @@ void QtDesktop::ShowDialog(FormWidget& widget, bool modal) {
     widget.setWindowFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
     KeepAbove(widget, owner);
     widget.setWindowModality(modal ? Qt::ApplicationModal : Qt::NonModal);
+    if (widget.windowTitle().isEmpty()) widget.setWindowTitle(title_);
     widget.ensurePolished();
     widget.resize(widget.sizeHint().boundedTo(RoomFor(widget)));
     CentreOver(widget, Front());
@@ -254,6 +262,8 @@ void QtDesktop::ShowFloating(FormWidget& widget) {
     widget.resize(widget.sizeHint().boundedTo(RoomFor(widget)));
     if (form.Place()) {
       StandAt(widget, *form.Place());
+    } else if (const QWidget* field = QApplication::focusWidget(); field && !takes_keyboard) {
+      StandAtField(widget, *field);
     } else {
       StandUnder(widget, Front());
     }

@@ -21,7 +21,8 @@ class MainWindow;
 /// The operator's desktop drawn with Qt Widgets. Needs a QApplication.
 class QtDesktop : public Desktop, public DesktopProbe {
  public:
-  QtDesktop();
+  /// @param title in the frame of a dialog that has no caption of its own
+  explicit QtDesktop(const std::string& title = {});
   ~QtDesktop() override;
 
   /// How a failure that nobody's trap took is shown; a plain box unless set.
@@ -101,6 +102,8 @@ class QtDesktop : public Desktop, public DesktopProbe {
     std::optional<int> answer;
     QEventLoop loop;
   };
+  const QString title_;
+  QString last_directory_;  ///< of the file chosen last
   FileQuestion* file_question_ = nullptr;
   PopUpQuestion* pop_up_question_ = nullptr;
   QString skin_;

@@ -34,6 +34,11 @@ void password::Load() {
   });
 }
 
+/// Whoever comes back has only the password to type; who takes over from another has a name of their own.
+void password::Activated() {
+  if (!ActiveControl() && !app_.SwitchUser && IsListed(Combo1.Text())) Text1.SetFocus();
+}
+
 void password::FillUsers() {
   if (!app_.Cn->IsOpen()) app_.Cn->Open(app_.ConnStr);
   Recordset rs = app_.Cn->Execute("select * from userdb ");

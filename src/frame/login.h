@@ -30,6 +30,7 @@ class password : public Form {
 
  protected:
   void Load() override;
+  void Activated() override;
   void ClosedByFrame() override;
 
  private:

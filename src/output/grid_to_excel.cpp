@@ -202,13 +202,22 @@ class ExportProgress {
   Desktop& desktop_;
 };
 
+/// A file name of the list's name and today's date, without what no file system takes.
+std::string ProposedName(const AppContext& app, std::string name) {
+  std::ranges::replace_if(
+      name, [](char letter) { return std::string_view("<>:\"/\\|?*").find(letter) != std::string_view::npos; }, '_');
+  return Trim(name) + " " + FormatDate(app.clock.Today(), "yyyy-mm-dd") + ".xls";
+}
+
 /// The operator's choice; nothing when there was none.
-std::optional<std::string> AskForFile(AppContext& app) {
+/// @param name of what is written
+std::optional<std::string> AskForFile(AppContext& app, const std::string& name) {
   FileRequest request;
   request.save = true;
   request.title = "保存文件为...";
   request.filter = "*.xls|*.xls|*.xlsx|*.xlsx";
   request.directory = app.AppPath;
+  request.name = ProposedName(app, name);
   const std::optional<std::string> file = app.desktop.ChooseFile(request);
   return file && !file->empty() ? file : std::nullopt;
 }
@@ -239,9 +248,9 @@ Sheet SheetOf(const Grid& grid, const std::string& name) {
 }
 
 void GridToExcel(AppContext& app, Grid& grid, const std::string& sheetName) {
-  const std::optional<std::string> file = AskForFile(app);
-  if (!file) return;
   const std::string name = sheetName.empty() ? grid.Owner().Caption() : sheetName;
+  const std::optional<std::string> file = AskForFile(app, name);
+  if (!file) return;
   {
     ExportProgress progress(app.desktop);
     progress.Tell(0, grid.MaxRows());

@@ -165,6 +165,8 @@ TEST_F(EntryTest, LettersOfCaptionsClickAndMoveTheFocus) {
   EXPECT_EQ(form.confirmed, 1);
   Press(Find<QPushButton>("Command1"), Qt::Key_P, {}, Qt::AltModifier);
   EXPECT_TRUE(Line("PH")->hasFocus());
+  Press(Line("PH"), Qt::Key_Z, "z", Qt::AltModifier);
+  EXPECT_EQ(form.PH.Text(), "") << "a letter that no caption has";
 }
 
 TEST_F(EntryTest, AFailureOfAHandlerIsShownAndTheProgramGoesOn) {

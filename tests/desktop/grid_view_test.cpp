@@ -5,8 +5,10 @@
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <QTableView>
+#include <QToolTip>
 
 #include "desktop_fixture.h"
+#include "screen/button.h"
 #include "screen/grid.h"
 
 namespace luming {
@@ -26,16 +28,19 @@ class GridForm : public Form {
                  "fpSpread1",
                  {"编码", "品名", GridColumn("金额").Locked(), GridColumn("备用").Hidden(), "停用", "单位",
                   GridColumn("单价").Typed({.keys = KeyFilter::kPrice, .figure = true})}};
-  Layout Arrange() const override { return Layout(fpSpread1).Width(90).Height(20); }
+  Button Command1{this, "Command1", "保存(&S)", &GridForm::Save};
+  Layout Arrange() const override { return Column({Layout(fpSpread1).Width(90).Height(20), Command1}); }
 
   void Changed(int row, int col) {
     ++changes;
     fpSpread1.SetText(row, 3, fpSpread1.Text(row, col) + "0");
   }
+  void Save() { saved = fpSpread1.Text(1, 2); }
   static std::string At(int row, int col) { return std::to_string(row) + "," + std::to_string(col) + " "; }
 
   int changes = 0;
   std::string told;
+  std::string saved;
 };
 
 class CountingPainter : public QStyledItemDelegate {
@@ -110,6 +115,14 @@ TEST_F(GridViewTest, EditsInPlaceOnceAndHonoursLocks) {
   Type(Editor(), "x.5.");
   Press(Editor(), Qt::Key_Return);
   EXPECT_EQ(form.fpSpread1.Text(2, 7), "1.5");
+  Settle();
+
+  form.fpSpread1.SetActiveCell(1, 2);
+  Type(table, "8");
+  Press(Editor(), Qt::Key_Z, "z", Qt::AltModifier);
+  EXPECT_EQ(Editor()->text(), "8") << "a letter that no caption has";
+  Press(Editor(), Qt::Key_S, "s", Qt::AltModifier);
+  EXPECT_EQ(form.saved, "8") << "a letter that a button has finds the cell written";
 }
 
 TEST_F(GridViewTest, KeysMoveTheActiveCellIntoView) {
@@ -176,6 +189,27 @@ TEST_F(GridViewTest, TellsTheMouseAlsoOnFrozenColumns) {
   EXPECT_TRUE(form.fpSpread1.WidthIsOperators(1));
   Settle();
   EXPECT_EQ(table->columnWidth(0), wider);
+}
+
+TEST_F(GridViewTest, WhatHasNoRoomIsToldToWhoeverPointsAtIt) {
+  const std::string name = "注射用<头孢>哌酮钠舒巴坦钠(进口分装)2.25g*10支/盒";
+  form.fpSpread1.SetText(1, 2, name);
+  form.fpSpread1.SetText(1, 3, "短");
+  form.fpSpread1.UserColumnWidth(2, 6);
+  form.fpSpread1.UserColumnWidth(1, 1);
+  Settle();
+  const auto tip_of = [](QWidget* widget, QPoint at) {
+    QHelpEvent help(QEvent::ToolTip, at, widget->mapToGlobal(at));
+    QCoreApplication::sendEvent(widget, &help);
+    return QToolTip::text();
+  };
+  const auto cell = [&](int col) { return table->visualRect(table->model()->index(0, col - 1)).center(); };
+  QHeaderView* heads = table->horizontalHeader();
+  const auto head = [&](int section) { return QPoint(heads->sectionViewportPosition(section) + 2, 4); };
+  EXPECT_EQ(tip_of(table->viewport(), cell(3)), "");
+  EXPECT_EQ(tip_of(heads->viewport(), head(2)), "");
+  EXPECT_TRUE(tip_of(table->viewport(), cell(2)).contains("注射用&lt;头孢&gt;哌酮钠舒巴坦钠(进口分装)2.25g*10支/盒"));
+  EXPECT_TRUE(tip_of(heads->viewport(), head(0)).contains("编码"));
 }
 
 TEST_F(GridViewTest, ChecksTurnAndListsOpen) {

@@ -7,7 +7,7 @@
 #include <QLineEdit>
 #include <QTemporaryDir>
 
-#include "desktop/file_filter.h"
+#include "desktop/file_dialog.h"
 #include "desktop/qt_text.h"
 #include "desktop_fixture.h"
 #include "screen/button.h"
@@ -121,6 +121,26 @@ class FloatingForm : public Form {
   Layout Arrange() const override { return Column({PM}); }
 };
 
+TEST_F(QtDesktopTest, AFloatingFormAppearsAtTheFieldThatIsTypedInto) {
+  auto& asking = forms.Get<AskingForm>(forms);
+  asking.Show();
+  Settle();
+  QWidget* const field = Find<QLineEdit>("SL");
+  const auto place_of = [&](QPoint window) {
+    field->window()->move(window);
+    Settle();
+    asking.SL.SetFocus();
+    forms.Get<FloatingForm>(forms).Show();
+    Settle();
+    const QRect place = Find<QLineEdit>("PM")->window()->frameGeometry();
+    forms.Get<FloatingForm>(forms).Unload();
+    return place.translated(-field->mapToGlobal(QPoint(0, 0)));
+  };
+  EXPECT_EQ(place_of({100, 100}).topLeft(), QPoint(0, field->height()));
+  const QRect room = field->screen()->availableGeometry();
+  EXPECT_LT(place_of({100, room.bottom() - 60}).bottom(), 0) << "above it where the screen ends";
+}
+
 TEST_F(QtDesktopTest, ACoverHidesTheOtherWindowsAndIsClosedByItsFormAlone) {
   forms.Get<AskingForm>(forms).Show();
   forms.Get<FloatingForm>(forms).Show();
@@ -206,9 +226,18 @@ TEST_F(QtDesktopTest, AFileDialogTakesAPathOrNone) {
     });
     return chosen;
   };
-  EXPECT_EQ(ask("/tmp/x.xls"), "/tmp/x.xls");
+  QTemporaryDir used;
+  const std::string chosen_there = used.filePath("x.xls").toStdString();
+  EXPECT_EQ(ask(chosen_there), chosen_there);
+  Meanwhile([&] {
+    auto* dialog = Find<QFileDialog>("fileDialog");
+    EXPECT_EQ(dialog->directory(), QDir(QDir::tempPath())) << "as it was asked for";
+    EXPECT_TRUE(dialog->sidebarUrls().contains(QUrl::fromLocalFile(used.path()))) << "the one used last beside it";
+    desktop.AnswerFileDialog({});
+  });
+  desktop.Enter([&] { desktop.ChooseFile({true, "导出", "*.xls", QDir::tempPath().toStdString()}); });
   EXPECT_EQ(ask({}), std::nullopt);
-  EXPECT_EQ(NameFilters("工作簿|*.xls;*.xlsx|全部|*.*"), (QStringList{"工作簿 (*.xls *.xlsx)", "全部 (*.*)"}));
+  EXPECT_EQ(NameFilters("工作簿|*.xls;*.xlsx|*.csv|*.csv"), (QStringList{"工作簿 (*.xls *.xlsx)", "*.csv"}));
 }
 
 TEST_F(QtDesktopTest, APopUpReturnsTheChosenIdOrNone) {

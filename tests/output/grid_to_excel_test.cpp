@@ -58,12 +58,17 @@ class GridToExcelTest : public AppTest {
   Grid& grid = form.grid;
 };
 
-TEST_F(GridToExcelTest, CancellingChangesNothing) {
+TEST_F(GridToExcelTest, ANameIsProposedAndCancellingChangesNothing) {
   Fill({{"1"}});
-  desktop.files.push_back(std::nullopt);
+  desktop.files = {std::nullopt, std::nullopt};
+  GridToExcel(app, grid);
+  form.SetCaption("入库/退药 <查询>");
   GridToExcel(app, grid);
   EXPECT_TRUE(workbooks.saved.empty());
   EXPECT_TRUE(desktop.boxes.empty());
+  EXPECT_EQ(desktop.file_dialogs.at(0).filter, "*.xls|*.xls|*.xlsx|*.xlsx");
+  EXPECT_EQ(desktop.file_dialogs.at(0).directory, app.AppPath);
+  EXPECT_EQ(desktop.file_dialogs.at(1).name, "入库_退药 _查询_ 2026-03-01.xls");
 }
 
 TEST_F(GridToExcelTest, CellsKeepTheirKindsAndTheGridStaysAsItWas) {

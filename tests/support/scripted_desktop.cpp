@@ -52,6 +52,7 @@ void ScriptedDesktop::ActAsOperator() {
   if (OpenBox()) {
     AnswerTheBox();
   } else if (OpenFileDialog()) {
+    file_dialogs.push_back(*OpenFileDialog());
     AnswerFileDialog(TakeNext(files, "the file dialog " + OpenFileDialog()->title));
   } else if (OpenPopUp()) {
     AnswerPopUp(TakeNext(pop_ups, "a pop-up"));

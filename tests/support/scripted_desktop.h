@@ -23,7 +23,8 @@ class ScriptedDesktop : public HeadlessDesktop {
   /// What is done in each modal form, in order. A form that is still open afterwards takes the next one.
   std::deque<std::function<void(Form&)>> modals;
 
-  std::vector<Box> boxes;  ///< all that were shown
+  std::vector<Box> boxes;                 ///< all that were shown
+  std::vector<FileRequest> file_dialogs;  ///< all that were shown
 
   /// Texts of the boxes shown since the last call.
   std::vector<std::string> TakeBoxTexts();
