@@ -37,8 +37,13 @@ std::vector<std::string> NamesBehind(const std::string& script, const std::strin
 }  // namespace
 
 StoreFiles ReadStoreFiles(const fs::path& data, bool demo) {
-  return {ReadTextFile(data / "schema.sql"), ReadTextFile(data / "procedures.sql"), ReadTables(data / "seed"),
-          demo ? ReadTables(data / "demo") : std::vector<TableFile>()};
+  StoreFiles files{
+      ReadTextFile(data / "schema.sql"), ReadTextFile(data / "procedures.sql"), ReadTables(data / "seed"), {}, {}};
+  if (demo) {
+    files.demo = ReadTables(data / "demo");
+    files.documents = ReadTables(data / "demo" / "documents");
+  }
+  return files;
 }
 
 std::vector<std::string> TablesOf(const StoreFiles& files) {

@@ -13,10 +13,12 @@ struct StoreFiles {
   std::string schema;      ///< script that makes the tables
   std::string procedures;  ///< script that makes the procedures
   std::vector<TableFile> seed;
-  std::vector<TableFile> demo;  ///< empty unless the demonstration is wanted
+  std::vector<TableFile> demo;       ///< empty unless the demonstration is wanted
+  std::vector<TableFile> documents;  ///< of the demonstration, to be typed into the screens that they are named after
 };
 
-/// @param data with schema.sql, procedures.sql, seed/ and demo/. Failure tells what is missing or damaged.
+/// @param data with schema.sql, procedures.sql, seed/ and demo/ with demo/documents/. Failure tells what is missing or
+/// damaged.
 StoreFiles ReadStoreFiles(const std::filesystem::path& data, bool demo);
 
 /// The names that the script's lines "CREATE TABLE" and "CREATE PROCEDURE" give, temporary tables left out.

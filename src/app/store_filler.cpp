@@ -1,6 +1,6 @@
 #include "app/store_filler.h"
 
-#include "app/opening_stock.h"
+#include "app/document_clerk.h"
 #include "platform/sql_script.h"
 #include "util/ansi_text.h"
 #include "util/failure.h"
@@ -9,8 +9,6 @@
 namespace luming {
 
 namespace {
-
-constexpr const char* kReceipts = "opening_receipts";
 
 void LoadTable(Connection& store, const TableFile& table, const DateTime& now) {
   const std::string head = "Insert Into " + table.table + "(" + Join(table.columns, ",") + ") Values(";
@@ -27,9 +25,7 @@ void LoadTable(Connection& store, const TableFile& table, const DateTime& now) {
 }
 
 void Load(Connection& store, const std::vector<TableFile>& tables, const DateTime& now) {
-  for (const TableFile& table : tables) {
-    if (table.table != kReceipts) LoadTable(store, table, now);
-  }
+  for (const TableFile& table : tables) LoadTable(store, table, now);
 }
 
 void SetPassword(Connection& store, const std::string& password) {
@@ -51,9 +47,7 @@ void FillStore(const std::shared_ptr<Connection>& store, const StoreFiles& files
     Load(*store, files.seed, clock.Now());
     Load(*store, files.demo, clock.Now());
     if (password) SetPassword(*store, *password);
-    for (const TableFile& table : files.demo) {
-      if (table.table == kReceipts) EnterOpeningReceipts(home, store, table, clock.Now());
-    }
+    EnterDocuments(home, store, files.documents, clock.Now());
   } catch (const Failure&) {
     if (store->IsOpen()) store->RollbackTrans();
     throw;

@@ -13,7 +13,7 @@ namespace luming {
 struct StoreRequest {
   std::filesystem::path directory;           ///< missing or empty; comes into being whole or not at all
   std::filesystem::path data;                ///< with schema.sql, procedures.sql, seed/ and demo/
-  bool demo = false;                         ///< with the demonstration drugs, operators and opening stock
+  bool demo = false;                         ///< with the demonstration drugs, operators and documents
   std::optional<std::string> password = {};  ///< of the operator 管理员; the seed's own when there is none
 };
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <optional>
 
 #include "app/store_check.h"
 #include "app/store_files.h"
@@ -82,10 +83,18 @@ class StoreMakerTest : public ::testing::Test {
   std::string Refusal(const StoreRequest& request) {
     return WordsOf([&] { Make(request); });
   }
-  /// A copy of the database files that a test may damage, with a phonetic table of no size.
+  /// A receipt of one line as the demonstration's documents are written.
+  static std::string Receipt(const std::string& field, const std::string& drug, const std::string& quantity) {
+    return "DH\tKFMC\tCZY\tRQ\tSJ\tsGHDW\tsYSR\tsFHR\t" + field +
+           "\tYPBM\tDW\tsngSL\tPFJ\tPLJ\tsPH\tlYXQ\n1\t西药库\t管理员\t-1\t9:00\t云泊\t方\t吕\t1\t" + drug + "\t盒\t" +
+           quantity + "\t1\t1\tA\t300\n";
+  }
+  /// A copy of the database files that a test may damage, with a phonetic table of no size and no documents.
   fs::path OwnData() {
     fs::copy(LUMING_DATABASE_DIR, directory / "data", fs::copy_options::recursive);
     fs::remove(directory / "data/seed/GY_HZBM.tsv");
+    fs::remove_all(directory / "data/demo/documents");
+    fs::create_directory(directory / "data/demo/documents");
     return directory / "data";
   }
   std::vector<std::string> Left() {
@@ -136,26 +145,22 @@ TEST_F(StoreMakerTest, NothingIsPutOverWhatIsThere) {
 TEST_F(StoreMakerTest, DamagedDatabaseFilesLeaveNothingHalfMade) {
   struct Case {
     const char* file;
-    const char* bytes;  ///< null: the file is missing
+    std::optional<std::string> bytes;  ///< nothing: the file is missing
     const char* words;
     bool demo = false;
   };
   const std::vector<Case> cases = {
-      {"schema.sql", nullptr, "schema.sql"},
-      {"procedures.sql", nullptr, "procedures.sql"},
+      {"schema.sql", std::nullopt, "schema.sql"},
+      {"procedures.sql", std::nullopt, "procedures.sql"},
       {"procedures.sql", "CREATE NONSENSE\nGO\n", "NONSENSE"},
       {"seed/CS.tsv", "Controlid\tDMMC\nGHDW\n", "CS.tsv 第 2 行有 1 个字段"},
       {"seed/CS.tsv", "NoSuchColumn\n1\n", "CS.tsv 第 2 行无法导入"},
       {"seed/NoSuchTable.tsv", "a\n1\n", "NoSuchTable.tsv 第 2 行无法导入"},
-      {"demo/opening_receipts.tsv", "DH\tKFMC\n1\t西药库\n", "缺少列", true},
-      {"demo/opening_receipts.tsv",
-       "DH\tKFMC\tRKRQ\tGHDW\tFPH\tFPRQ\tFKBZ\tYSR\tFHR\tYPBM\tDW\tSL\tPFJ\tPLJ\tPH\tXQ\n"
-       "1\t西药库\t-1\t云泊\t1\t-1\t1\t方\t吕\t999999\t盒\t1\t1\t1\tA\t300\n",
-       "999999", true},
-      {"demo/opening_receipts.tsv",
-       "DH\tKFMC\tRKRQ\tGHDW\tFPH\tFPRQ\tFKBZ\tYSR\tFHR\tYPBM\tDW\tSL\tPFJ\tPLJ\tPH\tXQ\n"
-       "1\t西药库\t-1\t云泊\t1\t-1\t1\t方\t吕\t100001\t盒\tx\t1\t1\tA\t300\n",
-       "数量只能为数字", true},
+      {"demo/documents/ek_YK_RKMX.tsv", "DH\tKFMC\n1\t西药库\n", "缺少列 SJ", true},
+      {"demo/documents/ek_NONE.tsv", "DH\tKFMC\tCZY\tRQ\tSJ\tYPBM\n1\t西药库\t管理员\t-1\t9:00\t1\n", "没有画面", true},
+      {"demo/documents/ek_YK_RKMX.tsv", Receipt("sPJ", "999999", "1"), "sPJ", true},
+      {"demo/documents/ek_YK_RKMX.tsv", Receipt("sFPH", "999999", "1"), "999999", true},
+      {"demo/documents/ek_YK_RKMX.tsv", Receipt("sFPH", "100001", "x"), "数量只能为数字", true},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(std::string(c.file) + " " + c.words);
@@ -163,7 +168,7 @@ TEST_F(StoreMakerTest, DamagedDatabaseFilesLeaveNothingHalfMade) {
     request.data = OwnData();
     request.demo = c.demo;
     fs::remove(request.data / c.file);
-    if (c.bytes) WriteBytes(request.data / c.file, c.bytes);
+    if (c.bytes) WriteBytes(request.data / c.file, *c.bytes);
     ExpectInOrder(Refusal(request), {c.words});
     EXPECT_TRUE(Left().empty());
     fs::remove_all(request.data);
