@@ -30,7 +30,7 @@ TEST_F(SaveOrderTest, AReceiptGoesToItsBatchAheadOfTheCounterAndTakesTheNextNumb
   EXPECT_EQ(SentInOrder(), (std::vector<std::string>{
                                "BEGIN TRANSACTION", "select top 1", "Insert into YK_YPRK", "Insert Into YK_YPRKMX",
                                "Select id From", "Insert Into YK_CurryPH", "Update YF_YPML SET", "Insert into YPCRK",
-                               "select top 1", "select top 1", "COMMIT TRANSACTION"}));
+                               "select top 1", "select top 1", "COMMIT TRANSACTION", "Select YPBM,YKKCL From"}));
 }
 
 TEST_F(SaveOrderTest, AReturnIsTakenOffTheCounterAheadOfItsBatch) {

@@ -243,7 +243,7 @@ TEST_F(SaveFailuresTest, AnotherClientsTransactionIsWaitedForAndThenTold) {
   tds::TdsServer impatient(directory.Path(), clock, {.busy_timeout = std::chrono::milliseconds(100)});
   app.Cn->Close();
   app.ConnStr = AddressOf(impatient);
-  save_meanwhile("数据库正被另一个程序使用，请稍后重试。");
+  save_meanwhile("正被另一个程序使用，请稍后重试。");
   EXPECT_EQ(SaveAndTakeBoxes().back(), kSaved);
   ExpectWholeReceipts(1);
 }
