@@ -79,6 +79,8 @@ TEST_F(DemoStoreTest, CataloguesBearTheCodesThatTheProgramWouldGive) {
 
 TEST_F(DemoStoreTest, PolyphonesAreReadAsDrugNamesReadThem) {
   EXPECT_EQ(GetPYDM(app, "人参 白术 川芎 枳壳 蛤蚧"), "RSBZCXZQGJ");
+  EXPECT_EQ(GetPYDM(app, "炔诺酮 依沙吖啶 淡豆豉 金匮 海螵蛸 芜荑 匙羹藤"), "QNTYSADDDCJGHPXWYCGT");
+  EXPECT_EQ(GetPYDM(app, "颈椎 卒中 牙龈 芘 莨菪 荨麻疹 黄柏 茜草"), "JZCZYYBLDXMZHBQC");
   EXPECT_EQ(GetPYDM(app, "重组人干扰素α2b"), "CZRGRSA2b");
   EXPECT_EQ(GetPYDM(app, "调经止咳 颠茄 多粘菌素Ｂ"), "TJZKDQDNJSB");
   EXPECT_EQ(GetWBDM(app, "阿莫西林"), "BASS");
