@@ -112,6 +112,7 @@ bool CellEditor::KeyPressed(const QKeyEvent& event) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
       Commit();
+      on_enter(place_);
       return true;
     case Qt::Key_Up:
     case Qt::Key_Down:

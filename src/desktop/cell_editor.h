@@ -24,6 +24,8 @@ class CellEditor final : public QObject {
   void Cancel();
   /// A key pressed in the field ended the editing and is the grid's from here on.
   std::function<void(const QKeyEvent&)> on_key;
+  /// Enter ended the editing of that cell.
+  std::function<void(GridPane::Place)> on_enter;
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

@@ -52,6 +52,11 @@ class GridFieldView final : public TypedView<Grid> {
                        frozen_.Follow(*Field());
                      });
     QObject::connect(pane_->verticalScrollBar(), &QScrollBar::valueChanged, pane_, [this](int top) { Scrolled(top); });
+    // Figures are typed down their column.
+    editor_.on_enter = [this](GridPane::Place at) {
+      if (!Field() || !Field()->Entry(at.row + 1, at.col)) return;
+      host_.Enter([&](Form&) { Field()->UserActivate(at.row + 1, at.col); });
+    };
     editor_.on_key = [this](const QKeyEvent& event) { host_.HandleKey(this, event); };
   }
 

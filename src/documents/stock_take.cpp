@@ -218,8 +218,8 @@ class eK_YPPDDCheck : public EntryDialog {
   Grid fpSpread1{
       this,
       "fpSpread1",
-      {GridColumn("批号", 16).Code().Locked(), GridColumn("效期", 12).Date().Locked(),
-       GridColumn("数量", 12).Figure().Typed({.keys = KeyFilter::kPrice, .figure = true}), GridColumn("id").Hidden()}};
+      {GridColumn("批号", 14).Code().Locked(), GridColumn("效期", 11).Date().Locked(),
+       GridColumn("数量", 9).Figure().Typed({.keys = KeyFilter::kPrice, .figure = true}), GridColumn("id").Hidden()}};
   Button Command1{this, "Command1", "确定(&Y)", &eK_YPPDDCheck::Command1_Click};
   Button Command2{this, "Command2", "取消(&C)", &eK_YPPDDCheck::Cancel, ButtonRole::kCancel};
 

@@ -115,6 +115,7 @@ TEST_F(GridViewTest, EditsInPlaceOnceAndHonoursLocks) {
   Type(Editor(), "x.5.");
   Press(Editor(), Qt::Key_Return);
   EXPECT_EQ(form.fpSpread1.Text(2, 7), "1.5");
+  EXPECT_EQ(form.fpSpread1.ActiveRow(), 3) << "Enter goes down a column that is there to be typed in";
   Settle();
 
   form.fpSpread1.SetActiveCell(1, 2);
