@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <iterator>
+#include <map>
 
 #include "app/absent_output.h"
 #include "app/command_table.h"
 #include "app/system_devices.h"
 #include "frame/user_rights.h"
 #include "screen/button.h"
+#include "screen/check_box.h"
 #include "screen/combo_box.h"
 #include "screen/date_box.h"
 #include "screen/grid.h"
@@ -39,6 +41,8 @@ class DocumentColumns {
  private:
   const TableFile& file_;
 };
+
+constexpr const char* kOffTheBook = "SJ_PC";
 
 /// One document: the rows of a file from `first` up to `end`.
 struct Document {
@@ -94,7 +98,11 @@ class DocumentClerk {
     Form& form = Open(document.file->table);
     const DocumentColumns columns(*document.file);
     Fill(form, *document.file, document.first, columns.FirstOfHead(), columns.Drug());
-    for (std::size_t row = document.first; row < document.end; ++row) EnterLine(form, document, row);
+    if (document.file->columns.back() == kOffTheBook) {
+      EnterCounts(form, document);
+    } else {
+      for (std::size_t row = document.first; row < document.end; ++row) EnterLine(form, document, row);
+    }
     form.UserClick(form.Field<Button>("Command1"));
     if (!form.IsUnloaded() && form.Field<Grid>("fpSpread1").MaxRows() > 0) throw Refused{"没有保存。"};
     form.Unload();
@@ -107,6 +115,22 @@ class DocumentClerk {
     if (command == commands.end() || !command->action) throw Refused{"没有画面 " + screen + "。"};
     command->action(app_);
     return *app_.forms.Find(screen);
+  }
+
+  void EnterCounts(Form& form, const Document& document) {
+    std::map<std::string, double> off;
+    for (std::size_t row = document.first; row < document.end; ++row) {
+      off[document.Cell(row, "YPBM")] = CDbl(document.Cell(row, kOffTheBook));
+    }
+    form.Field<CheckBox>("Check1").UserClick();
+    form.UserClick(form.Field<Button>("Command6"));
+    auto& lines = form.Field<Grid>("fpSpread1");
+    const int book = ColumnNamed(lines, "帐面库存"), counted = ColumnNamed(lines, "实际库存");
+    for (int row = 1; row <= lines.MaxRows(); ++row) {
+      if (lines.IsTotalRow(row)) continue;
+      const double stock = lines.Number(row, book) + off[lines.Text(row, 1)];
+      lines.UserEdit(row, counted, NumberText(stock < 0 ? 0 : stock));
+    }
   }
 
   void EnterLine(Form& form, const Document& document, std::size_t row) {

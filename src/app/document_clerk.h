@@ -22,6 +22,9 @@ namespace luming {
 /// - YPBM: the drug
 /// - then the fields of the entry dialog under their own names
 ///
+/// A stock take has no entry dialog here: behind the drug stands one column SJ_PC, what its count is off the book. The
+/// screen's own list is counted whole, all other drugs as booked.
+///
 /// Days are counted from today. An empty field is left as the screen shows it; a line whose dialog gets no day has
 /// none.
 /// @param home of the store, its application directory

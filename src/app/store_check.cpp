@@ -20,8 +20,13 @@ struct Figures {
   double counter = 0;
   double batches = 0;
   double log = 0;
+  bool batches_left_alone = false;
   std::vector<std::string> movements;
 };
+
+// What the log calls the movements that change the counter and leave the batches as they were.
+constexpr const char* kStockTake = "药品盘点";
+constexpr const char* kSale = "药库药品批发";
 
 /// By the code as the database compares it.
 using Drugs = std::map<std::string, Figures>;
@@ -55,17 +60,17 @@ void ReadLog(Connection& connection, Drugs& drugs) {
     const double moved = rows.Field("KCL").NumberOr(0);
     const bool in = rows.Field("LB").NumberOr(0) == 0;
     const std::string kind = rows.Field("MS").TextOrEmpty();
-    drug.log = kind == "药品盘点" ? moved : drug.log + (in ? moved : -moved);
+    drug.log = kind == kStockTake ? moved : drug.log + (in ? moved : -moved);
+    drug.batches_left_alone = drug.batches_left_alone || kind == kStockTake || kind == kSale;
     drug.movements.push_back(rows.Field("RQ").Format("yyyy-mm-dd hh:nn:ss") + "  " + (in ? "入 " : "出 ") +
                              rows.Field("SL").TextOrEmpty() + rows.Field("DW").TextOrEmpty() + "  " + kind + "  " +
                              rows.Field("BZ").TextOrEmpty() + "  " + rows.Field("CZY").TextOrEmpty());
   }
 }
 
-bool Agrees(const Figures& drug) {
+bool Same(double first, double second) {
   constexpr int kDecimals = 6;
-  const double counter = RoundDecimal(drug.counter, kDecimals);
-  return counter == RoundDecimal(drug.batches, kDecimals) && counter == RoundDecimal(drug.log, kDecimals);
+  return RoundDecimal(first, kDecimals) == RoundDecimal(second, kDecimals);
 }
 
 std::vector<std::string> Newest(const std::vector<std::string>& movements) {
@@ -91,9 +96,10 @@ std::vector<Disagreement> FindDisagreements(Connection& connection) {
   ReadLog(connection, drugs);
   std::vector<Disagreement> found;
   for (const auto& [key, drug] : drugs) {
-    if (Agrees(drug)) continue;
+    const bool log_agrees = Same(drug.counter, drug.log);
+    if (log_agrees && Same(drug.counter, drug.batches)) continue;
     found.push_back({drug.code, drug.name, drug.counter, RoundDecimal(drug.batches, 6), RoundDecimal(drug.log, 6),
-                     Newest(drug.movements)});
+                     log_agrees && drug.batches_left_alone, Newest(drug.movements)});
   }
   return found;
 }
@@ -103,10 +109,21 @@ std::string CheckStore(const std::string& place, bool& agree) {
   const std::shared_ptr<Connection> connection = OpenStore(place, clock);
   const std::vector<Disagreement> found = FindDisagreements(*connection);
   connection->Close();
-  agree = found.empty();
-  if (agree) return "库存、批次和流水全部一致。\n";
-  std::string text = "库存、批次、流水不一致的药品共 " + std::to_string(found.size()) + " 种（最小单位数量）：\n";
-  for (const Disagreement& drug : found) text += "\n" + ReportOf(drug);
+  const auto to_be_counted = std::ranges::count_if(found, &Disagreement::only_batches);
+  const auto damaged = std::ssize(found) - to_be_counted;
+  agree = damaged == 0;
+  if (found.empty()) return "库存、批次和流水全部一致。\n";
+  std::string text = agree ? "库存和流水全部一致。\n"
+                           : "库存、批次、流水不一致的药品共 " + std::to_string(damaged) + " 种（最小单位数量）：\n";
+  for (const Disagreement& drug : found) text += drug.only_batches ? "" : "\n" + ReportOf(drug);
+  if (to_be_counted == 0) return text;
+  text += "\n盘点或批发没有改动批次、批次合计与库存不同的药品共 " + std::to_string(to_be_counted) +
+          " 种，请逐个盘点并核对批次：\n\n";
+  for (const Disagreement& drug : found) {
+    if (!drug.only_batches) continue;
+    text += drug.code + "  " + drug.name + "  库存 " + NumberText(drug.counter) + "  批次合计 " +
+            NumberText(drug.batches) + "\n";
+  }
   return text;
 }
 

@@ -11,9 +11,12 @@ namespace luming {
 struct Disagreement {
   std::string code;
   std::string name;
-  double counter = 0;             ///< YKKCL of the catalogue
-  double batches = 0;             ///< of YK_CurryPH
-  double log = 0;                 ///< what the movements since the last stock take come to
+  double counter = 0;  ///< YKKCL of the catalogue
+  double batches = 0;  ///< of YK_CurryPH
+  double log = 0;      ///< what the movements since the last stock take come to
+  /// Counter and log agree, and the batches are off since a stock take or a sale has left them alone: to be counted
+  /// drug by drug, and no damage.
+  bool only_batches = false;
   std::vector<std::string> last;  ///< the last movements, the newest first, one line each
 };
 
@@ -22,7 +25,7 @@ std::vector<Disagreement> FindDisagreements(Connection& connection);
 
 /// The report of a store, as text for the operator. Failure when there is no store.
 /// @param place application directory or connection string
-/// @param agree set to whether everything agrees
+/// @param agree set to whether everything agrees but for batches that are to be counted
 std::string CheckStore(const std::string& place, bool& agree);
 
 }  // namespace luming
