@@ -155,7 +155,7 @@ std::vector<Command> Commands() {
       Awaited(203, "Frm_YPLC"),
       Opens(302, kReceipt),
       Awaited(303, "ek_YK_RKMXCX"),
-      Awaited(305, "ek_KSLY"),
+      Opens(305, kRequisition),
       Awaited(306, "ek_KSLYCX"),
       Awaited(309, "Frm_YPCGJHDJ"),
       Awaited(310, "Frm_YPCGJHCX"),
@@ -171,7 +171,7 @@ std::vector<Command> Commands() {
       Awaited(408, "frm_yptjcx"),
       Opens(410, kStockTake),
       Opens(411, kStockTakeQuery),
-      Awaited(413, "Frm_YPBS"),
+      Opens(413, kLoss),
       Awaited(414, "Frm_YPBSCX"),
       Awaited(501, "ek_YPKCCX"),
       Awaited(507, "Frm_YPRCRBB"),
@@ -217,7 +217,8 @@ const std::vector<const Screen*>& FurtherScreens() {
   static const std::vector<const Screen*> screens = {
       &kMainWindow,      &kLogin,          &kStorehouseChoice,      &kConnectionDialog, &kDictionaryHead,
       &kDictionaryLinks, &kInsuranceItems, &kProducerChoice,        &kProducerEditor,   &kDrugChoice,
-      &kCatalogueImport, &kReceiptEntry,   &kReturnToSupplierEntry, &kStockTakeEntry,
+      &kCatalogueImport, &kReceiptEntry,   &kReturnToSupplierEntry, &kStockTakeEntry,   &kRequisitionEntry,
+      &kLossEntry,
   };
   return screens;
 }

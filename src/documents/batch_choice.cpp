@@ -1,5 +1,7 @@
 #include "documents/batch_choice.h"
 
+#include <algorithm>
+
 #include "frame/gateway.h"
 
 namespace luming {
@@ -19,14 +21,18 @@ void BatchChoice::Offer(const std::string& code) {
   XQ.SetCaption(batches_.Field("XQ").Format("YYYY-MM-DD"));
   PFJ.SetCaption(batches_.Field("PFJ").Format(habits_.first_price));
   for (; !batches_.Eof(); batches_.MoveNext()) PH.AddItem(batches_.Field("PH").TextOrEmpty());
+  if (habits_.first_chosen) PH.SetListIndex(0);
 }
 
 void BatchChoice::PH_Click() {
   if (PH.ListIndex() < 0) return;
+  // Of several of one name it is the first: nothing else of a batch goes into the line.
+  const auto first = std::ranges::find(PH.Items(), PH.Text()) - PH.Items().begin();
   batches_.MoveFirst();
-  for (int row = 0; row < PH.ListIndex(); ++row) batches_.MoveNext();
+  for (auto row = first; row > 0; --row) batches_.MoveNext();
   XQ.SetCaption(batches_.Field("XQ").Format("YYYY-MM-DD"));
-  PFJ.SetCaption(batches_.Field("PFJ").Format(habits_.chosen_price));
+  const Value& price = batches_.Field("PFJ");
+  if (!habits_.keeps_price || !price.IsNull()) PFJ.SetCaption(price.Format(habits_.chosen_price));
 }
 
 }  // namespace luming

@@ -17,9 +17,8 @@ bool ConfirmSave(Desktop& desktop);
 /// Whether the document has lines; tells it when there are none. @param words after the common heading
 bool HasLines(Desktop& desktop, const Grid& lines, const std::string& words = "入库项目明细不能为空");
 
-/// Which lines ask for more than the storehouse holds now, a line of text each; empty when none does. Each stock is
-/// read afresh.
+/// Whether the storehouse holds now what all the lines ask for, each by itself; names those for which it does not.
 /// @param quantity column of the quantity @param ratio column of the ratio; an empty cell counts as 1
-std::string Shortages(AppContext& app, const Grid& lines, int quantity, int ratio);
+bool StockSuffices(AppContext& app, const Grid& lines, int quantity, int ratio);
 
 }  // namespace luming

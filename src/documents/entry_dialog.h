@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "frame/app_context.h"
@@ -9,6 +10,12 @@
 #include "stock/line_grid.h"
 
 namespace luming {
+
+/// How a dialog says what is wrong with a quantity.
+struct QuantityWords {
+  const char* when_empty;
+  const char* when_zero;
+};
 
 /// The dialog in which one line of a document is entered. It writes straight into the line's cells; a cancel by
 /// button, Esc or frame takes the line back. Enter walks it.
@@ -24,6 +31,9 @@ class EntryDialog : public Form {
   void Cancel();
   /// Tells what is wrong and goes back to the field. @return false
   bool Refuse(const std::string& words, Control& field);
+  /// Refuses a quantity that is empty, zero or above the drug's stock. Failure 13 for one that is no number.
+  /// @param factor makes the quantity comparable with the stock
+  bool QuantityPasses(TextBox& quantity, const QuantityWords& words, std::int16_t factor, double stock);
   /// Goes to the field, its text selected for overtyping.
   static void Start(TextBox& field);
 

@@ -8,6 +8,8 @@ namespace luming {
 struct AllLineHabits {
   LineHabits receipt;
   LineHabits return_to_supplier;
+  LineHabits requisition;
+  LineHabits loss;
   LineHabits stock_take;
 };
 
@@ -17,6 +19,9 @@ inline const AllLineHabits kLineHabits = {
   .receipt            = {{10},   {10},     AfterDelete::kSumThenRemoveTotals, ScrollTo::kLastFive, Duplicates::kRefused, "RYYP.Dat"},
   // Column 10 is the expiry here, as if this were a receipt; the amount stands in column 8.
   .return_to_supplier = {{10},   {10},     AfterDelete::kSumThenRemoveTotals, ScrollTo::kLastFive, Duplicates::kRefused, nullptr},
+  .requisition        = {{10},   {},       AfterDelete::kNothing,             ScrollTo::kLastFive, Duplicates::kRefused, nullptr},
+  // Unit and batch among them, while the amounts in columns 10 and 12: only the second is summed.
+  .loss               = {{6, 7, 8, 11, 12}, {}, AfterDelete::kNothing,        ScrollTo::kLastRow,  Duplicates::kRefused, nullptr},
   // Its total comes and goes with the screen's own RecalcTotal.
   .stock_take         = {{},     {},       AfterDelete::kNothing,             ScrollTo::kLastRow,  Duplicates::kRefused, "PDD.Dat"},
 };

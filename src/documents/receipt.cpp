@@ -327,12 +327,12 @@ void ek_YK_RKMX::Save_YPRK() {
 }
 
 Statement ek_YK_RKMX::HeadInsert(const std::string& number) const {
-  return Statement("Insert into YK_YPRK(KFMC,RKDH,RKRQ,FPH,FPRQ,GHDW,FKBZ,YSR,FHR,DJR) Values(") +
-         Quoted(app_.KFMC, "库房") + "," + Quoted(number, "入库单号") + "," +
-         Quoted(FormatDate(app_.clock.Now(), "yyyy-mm-dd hh:mm:ss")) + "," + Quoted(sFPH.Text(), "发票号") + "," +
-         Quoted(FormatDate(FPRQ.Value(), "yyyy-mm-dd")) + "," + Quoted(sGHDW.Text(), "供货单位") + "," +
-         (lFKBZ.Text() == "是" ? "1" : "0") + "," + Quoted(sYSR.Text(), "验收人") + "," +
-         Quoted(sFHR.Text(), "复核人") + "," + Quoted(app_.CurUser.GetUserName, "操作员") + ")";
+  return InsertOf(
+      "Insert into YK_YPRK(KFMC,RKDH,RKRQ,FPH,FPRQ,GHDW,FKBZ,YSR,FHR,DJR) Values(",
+      {Quoted(app_.KFMC, "库房"), Quoted(number, "入库单号"),
+       Quoted(FormatDate(app_.clock.Now(), "yyyy-mm-dd hh:mm:ss")), Quoted(sFPH),
+       Quoted(FormatDate(FPRQ.Value(), "yyyy-mm-dd")), Quoted(sGHDW), Statement(lFKBZ.Text() == "是" ? "1" : "0"),
+       Quoted(sYSR), Quoted(sFHR), Quoted(app_.CurUser.GetUserName, "操作员")});
 }
 
 /// The catalogue gets the typed price divided by the line's ratio, the batch the price of the line's unit.

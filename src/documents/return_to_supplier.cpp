@@ -118,11 +118,7 @@ class Frm_YKTYCheck : public EntryDialog {
   }
 
   /// Large units are held against smallest ones on purpose: the dialog stops slips of the hand, not every overdraft.
-  bool CheckQuantity() {
-    if (TYSL.Text().empty()) return Refuse("退药数量不能为空", TYSL);
-    if (CDbl(TYSL.Text()) == 0) return Refuse("退药数量不能为0", TYSL);
-    return CDbl(TYSL.Text()) <= YKKCL_ || Refuse("你输入的数量已超过最大的库存量！", TYSL);
-  }
+  bool CheckQuantity() { return QuantityPasses(TYSL, {"退药数量不能为空", "退药数量不能为0"}, 1, YKKCL_); }
 
   void Command1_Click() {
     Trapped(app_, [this] {
@@ -233,10 +229,9 @@ void Frm_YKTY::Save_YKTY() {
 }
 
 Statement Frm_YKTY::HeadInsert(const std::string& number) const {
-  return Statement("Insert Into YK_TYDJ (KFMC,TYDH,TYRQ,ZDR,FHR,GHDW,BZ)Values(") + Quoted(app_.KFMC, "库房") + "," +
-         Quoted(number, "单号") + "," + Quoted(FormatDate(RQ.Value(), "yyyy-mm-dd")) + "," +
-         Quoted(ZDR.Text(), "制单人") + "," + Quoted(sFHR.Text(), "复核人") + "," + Quoted(sGHDW.Text(), "供货单位") +
-         "," + Quoted(BZ.Text(), "备注") + ")";
+  return InsertOf("Insert Into YK_TYDJ (KFMC,TYDH,TYRQ,ZDR,FHR,GHDW,BZ)Values(",
+                  {Quoted(app_.KFMC, "库房"), Quoted(number, "单号"), Quoted(FormatDate(RQ.Value(), "yyyy-mm-dd")),
+                   Quoted(ZDR), Quoted(sFHR), Quoted(sGHDW), Quoted(BZ.Text(), "备注")});
 }
 
 const Screen kReturnToSupplier = ChildScreen<Frm_YKTY>();

@@ -4,8 +4,12 @@
 
 namespace luming {
 
+extern const Screen kLoss;
+extern const Screen kLossEntry;
 extern const Screen kReceipt;
 extern const Screen kReceiptEntry;
+extern const Screen kRequisition;
+extern const Screen kRequisitionEntry;
 extern const Screen kReturnToSupplier;
 extern const Screen kReturnToSupplierEntry;
 extern const Screen kStockTake;

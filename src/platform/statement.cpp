@@ -124,6 +124,18 @@ Statement operator+(std::string left, const Bare& right) {
   return Statement(std::move(left)) + right;
 }
 
+Statement InsertOf(std::string words, std::initializer_list<Statement> values) {
+  Statement insert(std::move(words));
+  const char* separator = "";
+  for (const Statement& value : values) {
+    insert += separator;
+    insert += value;
+    separator = ",";
+  }
+  insert += ")";
+  return insert;
+}
+
 Statement DayOrNull(std::string_view text) {
   return IsDate(text) ? Statement(Quoted(text)) : Statement("Null");
 }

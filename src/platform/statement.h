@@ -1,6 +1,7 @@
 #pragma once
 
 #include <concepts>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -84,6 +85,10 @@ Statement operator+(Statement left, const Bare& right);
 Statement operator+(std::string left, const Statement& right);
 Statement operator+(std::string left, const Quoted& right);
 Statement operator+(std::string left, const Bare& right);
+
+/// The insert of one row. @param words up to the bracket that opens the values: "Insert into YK_TYDJ
+/// (KFMC,TYDH)Values("
+Statement InsertOf(std::string words, std::initializer_list<Statement> values);
 
 /// A day or moment as a quoted text; the bare word Null for a text that is no date.
 Statement DayOrNull(std::string_view text);

@@ -17,7 +17,7 @@ void AddToBatch(AppContext& app, const StockMove& move, const MovedLine& line, c
   OpenRs(app, found,
          "Select id From YK_CurryPH Where YPBM Like" + Quoted(line.YPBM, "编码") + " And PH Like" +
              Quoted(line.PH, "批号"));
-  const std::string units = NumberText(line.SmallestUnits());
+  const std::string units = NumberText(line.Moved());
   if (found.RecordCount() < 1) {
     app.Cn->Execute(move.batch_insert + Statement(" YK_CurryPH(RKDH,YPBM,PH,XQ,SL,PFJ,PLJ,RKRQ)Values(") +
                     Quoted(number, "单号") + "," + Quoted(line.YPBM, "编码") + "," + Quoted(line.PH, "批号") + "," +
@@ -29,7 +29,7 @@ void AddToBatch(AppContext& app, const StockMove& move, const MovedLine& line, c
 }
 
 void MoveCounter(AppContext& app, const StockMove& move, const MovedLine& line) {
-  const double units = line.SmallestUnits();
+  const double units = line.Moved();
   app.Cn->Execute(move.update + line.further + move.counter + "=" + move.counter +
                   (move.in ? "+" + NumberText(units) : Less(units)) + " Where YPBM Like" + Quoted(line.YPBM, "编码"));
 }
@@ -39,7 +39,7 @@ void Log(AppContext& app, const StockMove& move, const MovedLine& line, const st
   AddMoveLog(app, {.YPBM = line.YPBM,
                    .SL = line.quantity,
                    .CLB = line.ratio,
-                   .KCL = line.SmallestUnits(),
+                   .KCL = line.Moved(),
                    .DW = line.DW,
                    .in = move.in,
                    .MS = move.kind,
@@ -50,12 +50,17 @@ void Log(AppContext& app, const StockMove& move, const MovedLine& line, const st
 
 }  // namespace
 
+double SmallestUnits(double quantity, double ratio) {
+  constexpr int kDecimals = 6;
+  return RoundDecimal(quantity * ratio, kDecimals);
+}
+
 void MoveStock(AppContext& app, const StockMove& move, const MovedLine& line, const std::string& number) {
   const DateTime now = app.clock.Now();
   if (move.batches == BatchEffect::kAdded) AddToBatch(app, move, line, number, now);
   MoveCounter(app, move, line);
   Log(app, move, line, number, now);
-  if (move.batches == BatchEffect::kConsumed) ConsumeBatch(app, line.YPBM, line.SmallestUnits(), line.PH);
+  if (move.batches == BatchEffect::kConsumed) ConsumeBatch(app, line.YPBM, line.Moved(), line.PH);
 }
 
 }  // namespace luming

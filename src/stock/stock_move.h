@@ -22,6 +22,10 @@ struct StockMove {
   const char* batch_insert = "";  ///< words that create a batch; where batches are added to
 };
 
+/// What a quantity is in smallest units, to the six decimals that the store holds: eleven tenths of a pack of ten are
+/// eleven, and no hair more.
+double SmallestUnits(double quantity, double ratio);
+
 /// One line of a document as the stock counts it. Statements are values as they are sent.
 struct MovedLine {
   std::string YPBM;
@@ -34,7 +38,7 @@ struct MovedLine {
   Statement PLJ;      ///< of a batch that the line creates
   Statement further;  ///< what else of the drug's record the line sets, each column with a comma behind it
 
-  double SmallestUnits() const { return quantity * ratio; }
+  double Moved() const { return SmallestUnits(quantity, ratio); }
 };
 
 /// Moves the stock by one line: what comes in goes to batches, counter and log, what goes out is taken off the counter,
