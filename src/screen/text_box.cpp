@@ -48,7 +48,9 @@ void TextBox::SetSelection(std::size_t start, std::size_t length) {
 }
 
 bool TextBox::Accepts(char32_t character) const {
-  return character == key::kBackspace || Passes(options_.keys, character, text_);
+  // What is selected goes: a point typed over it is the first character.
+  const std::string stays = Left(text_, sel_start_) + Mid(text_, sel_start_ + sel_length_ + 1);
+  return character == key::kBackspace || Passes(options_.keys, character, stays);
 }
 
 void TextBox::UserText(std::string text) {
