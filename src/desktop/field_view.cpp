@@ -55,10 +55,14 @@ void FieldView::RefreshCaption() {
 
 void FieldView::RefreshCommon() {
   QWidget* widget = Widget();
-  if (widget->isEnabled() != control_->Enabled()) widget->setEnabled(control_->Enabled());
+  ShowEnabled(control_->Enabled());
   if (widget->isVisibleTo(widget->parentWidget()) != control_->Visible()) widget->setVisible(control_->Visible());
   ApplyColours(widget);
   RefreshCaption();
+}
+
+void FieldView::ShowEnabled(bool enabled) {
+  if (Widget()->isEnabled() != enabled) Widget()->setEnabled(enabled);
 }
 
 void FieldView::ApplyColours(QWidget* widget) const {

@@ -64,6 +64,8 @@ class FieldView {
  protected:
   /// Enabled, visible, caption and colours, which all kinds share.
   void RefreshCommon();
+  /// Takes the widget out of use with its control, or back.
+  virtual void ShowEnabled(bool enabled);
   /// Puts the control's colours on the widget's palette.
   void ApplyColours(QWidget* widget) const;
 

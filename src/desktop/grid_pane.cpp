@@ -81,7 +81,7 @@ class CellPainter final : public QStyledItemDelegate {
     } else if (active_row && !page) {
       look.back = theme.accent_faint;
     }
-    if (!pane_.isEnabled()) look.text = theme.muted;
+    if (!grid.Enabled()) look.text = theme.muted;
     return look;
   }
 

@@ -107,10 +107,13 @@ class GridFieldView final : public TypedView<Grid> {
   }
 
  private:
+  /// What is out of use can still be scrolled through and read; the model refuses the rest.
+  void ShowEnabled(bool enabled) override { pane_->setFocusPolicy(enabled ? Qt::StrongFocus : Qt::NoFocus); }
+
   void ConnectMouse(GridPane& pane) {
     pane.on_press = [this](GridPane::Place at) {
       editor_.Commit();
-      if (!Field()) return;
+      if (!Field() || !Field()->Enabled()) return;
       pressed_again_ = Field()->ActiveRow() == at.row && Field()->ActiveCol() == at.col;
       host_.Enter([&](Form& form) {
         form.UserFocus(*Field());

@@ -85,6 +85,22 @@ class GridViewTest : public DesktopTest {
   CountingPainter painter;  // outlives the table
 };
 
+TEST_F(GridViewTest, OutOfUseItIsScrolledThroughAndTakesNothingElse) {
+  FillRows(200);
+  form.fpSpread1.SetEnabled(false);
+  Settle();
+  table->verticalScrollBar()->setValue(100);
+  EXPECT_EQ(form.fpSpread1.TopRow(), 101);
+  EXPECT_TRUE(table->verticalScrollBar()->isEnabled());
+  Click(table, 105, 2);
+  Mouse(table, QEvent::MouseButtonDblClick, 105, 2);
+  EXPECT_EQ(form.told, "");
+  EXPECT_EQ(form.fpSpread1.ActiveRow(), 1);
+  form.fpSpread1.SetEnabled(true);
+  Settle();
+  EXPECT_EQ(table->focusPolicy(), Qt::StrongFocus);
+}
+
 TEST_F(GridViewTest, EditsInPlaceOnceAndHonoursLocks) {
   form.fpSpread1.SetActiveCell(2, 2);
   Type(table, "1");
