@@ -75,6 +75,7 @@ const std::vector<ScriptDriver::StepKind>& ScriptDriver::Kinds() {
       {{"expect voice", 0, Tail::kText, "TEXT"}, Duty::kLook, &D::ExpectVoice},
       {{"expect no voice", 0, Tail::kNone, ""}, Duty::kLook, &D::ExpectNoVoice},
       {{"expect ini", 2, Tail::kText, "SECTION KEY TEXT"}, Duty::kLook, &D::ExpectSetting},
+      {{"expect pages", 0, Tail::kText, "TEXT"}, Duty::kLook, &D::ExpectPages},
       {{"expect query", 0, Tail::kArrowText, "SQL => TEXT"}, Duty::kLook, &D::ExpectQuery},
 
       {{"show", 0, Tail::kText, "CONTROL"}, Duty::kLook, &D::Show},

@@ -128,6 +128,7 @@ class ScriptDriver {
   void ExpectVoice(const ScriptStep& step);
   void ExpectNoVoice(const ScriptStep& step);
   void ExpectSetting(const ScriptStep& step);
+  void ExpectPages(const ScriptStep& step);
   void ExpectQuery(const ScriptStep& step);
 
   // Steps that print.

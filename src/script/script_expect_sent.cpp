@@ -58,6 +58,11 @@ void ScriptDriver::ExpectSetting(const ScriptStep& step) {
   Compare(step.arguments[2], host_.ReadSetting(step.arguments[0], step.arguments[1]));
 }
 
+void ScriptDriver::ExpectPages(const ScriptStep& step) {
+  const std::string pages = host_.LastPages();
+  if (pages.find(step.arguments[0]) == std::string::npos) Compare(step.arguments[0], pages);
+}
+
 void ScriptDriver::ExpectQuery(const ScriptStep& step) {
   Compare(step.arguments[1], RowsAsText(host_.RunBeside(step.arguments[0])));
 }

@@ -321,7 +321,8 @@ TEST_F(ScriptDriverTest, LooksOfCellsAndSettingsAreCompared) {
                        "open lines 1\n"
                        "key Enter\n"
                        "expect voice J1\n"
-                       "expect no voice\n"),
+                       "expect no voice\n"
+                       "expect pages nothing of this\n"),
             1);
   EXPECT_EQ(errors.str(),
             "toy.txt:3: wanted \"black\", found \"red\"\n"
@@ -332,7 +333,8 @@ TEST_F(ScriptDriverTest, LooksOfCellsAndSettingsAreCompared) {
             "toy.txt:8: wanted \"11\", found \"12\"\n"
             "toy.txt:9: wanted \"J\", found \"no voice\"\n"
             "toy.txt:12: wanted \"J1\", found \"J\\nv\"\n"
-            "toy.txt:13: wanted \"no voice\", found \"J\\nv\"\n");
+            "toy.txt:13: wanted \"no voice\", found \"J\\nv\"\n"
+            "toy.txt:14: wanted \"nothing of this\", found \"\"\n");
 }
 
 TEST_F(ScriptDriverTest, AModalFormReturnsToTheScriptAndItsCallerGoesOnWhenItCloses) {
@@ -542,7 +544,7 @@ TEST_F(ScriptDriverTest, ShowPrintsWhatIsThere) {
   host.pages = "page 1\f";
   const std::string pages = (directory / "pages.txt").string();
   EXPECT_EQ(RunOnChild("show lines\nshow PM\nput PM a\nshow sql\nshow box\nclick save\nshow box\nanswer no\n"
-                       "open lines 1\nshow forms\nshow form\npages " +
+                       "open lines 1\nexpect pages age 1\nshow forms\nshow form\npages " +
                        pages + "\nshot x.png\n"),
             0)
       << errors.str();
