@@ -33,7 +33,7 @@ namespace key {
 inline constexpr int kBackspace = 8, kTab = 9, kEnter = 13, kEsc = 27, kSpace = 32;
 inline constexpr int kPageUp = 33, kPageDown = 34, kEnd = 35, kHome = 36;
 inline constexpr int kLeft = 37, kUp = 38, kRight = 39, kDown = 40, kInsert = 45, kDelete = 46;
-inline constexpr int kF1 = 112, kF2 = 113, kF3 = 114, kF4 = 115, kF5 = 116, kF12 = 123;
+inline constexpr int kF1 = 112, kF2 = 113, kF3 = 114, kF4 = 115, kF5 = 116, kF6 = 117, kF8 = 119, kF12 = 123;
 }  // namespace key
 
 struct KeyEvent {

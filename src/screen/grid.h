@@ -38,6 +38,8 @@ class Grid : public Control {
 
   int HeaderRows() const;  ///< 2 as soon as a column has a group
   std::string HeadGroup(int col) const;
+  /// Words over all heads, as if every column stood in one group; empty takes them away. For grids without groups.
+  void SetHeading(const std::string& words);
   /// Text of a cell. In the upper header row it is the group's, or the caption of a column that has none and spans both
   /// rows. Outside the grid: empty.
   std::string Text(int row, int col) const;
@@ -130,6 +132,10 @@ class Grid : public Control {
   void UserClickCell(int row, int col);  ///< activates, then click
   void UserDoubleClick(int row, int col);
   void UserRightClick(int row, int col);  ///< offers the grid's commands where the screen has no right click of its own
+  /// The pop-up of a right click, for a screen that has entries of its own to stand ahead of the grid's commands.
+  /// @param own their ids are above those of GridCommand
+  /// @return the id of the own entry that was chosen; nothing otherwise
+  std::optional<int> OfferCommands(std::vector<MenuEntry> own = {});
   /// Edits in place: false when CanEdit refuses. A text that the cell does not take, since it is no figure or
   /// check_edit refuses it, leaves the cell as it was. Fires change when it differs.
   bool UserEdit(int row, int col, std::string text);
@@ -138,9 +144,6 @@ class Grid : public Control {
   void UserHeaderClick(int col);
   void UserColumnWidth(int col, int characters);  ///< the edge of the column was dragged
   void UserCommand(GridCommand command);          ///< to Forms::grid_command
-  /// Offers what the operator may do with any grid behind what the screen has to offer for this one; does the former.
-  /// @param own with numbers above those of the grid's commands @return the one of `own` that was chosen
-  std::optional<int> OfferCommands(std::vector<MenuEntry> own = {});
 
   struct CellRef {
     int row = 0;

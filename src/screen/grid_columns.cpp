@@ -49,6 +49,11 @@ std::string Grid::HeadGroup(int col) const {
   return cells_->Inside(0, col) ? cells_->ColumnAt(col).group : std::string();
 }
 
+void Grid::SetHeading(const std::string& words) {
+  for (Cells::Column& column : cells_->columns) column.group = words;
+  Redraw();
+}
+
 /// The upper of two header rows.
 std::string Grid::UpperHead(int row, int col) const {
   if (row < -1 || HeaderRows() == 1) return {};
@@ -73,7 +78,7 @@ Holds Grid::ColumnHolds(int col) const {
 }
 
 const CellEntry* Grid::Entry(int row, int col) const {
-  if (!cells_->IsCell(row, col) || Locked(row, col) || IsTotalRow(row)) return nullptr;
+  if (!cells_->IsCell(row, col) || ReadOnly() || Locked(row, col) || IsTotalRow(row)) return nullptr;
   const std::optional<CellEntry>& entry = cells_->ColumnAt(col).entry;
   return entry ? &*entry : nullptr;
 }

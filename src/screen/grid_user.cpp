@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <utility>
 
 #include "screen/forms.h"
 #include "screen/grid_cells.h"
@@ -61,7 +62,8 @@ void Grid::UserRightClick(int row, int col) {
 std::optional<int> Grid::OfferCommands(std::vector<MenuEntry> own) {
   Forms& forms = Owner().Registry();
   if (forms.grid_command) {
-    own.push_back({"打印预览(&P)", static_cast<int>(GridCommand::kPreview)});
+    const bool grouped = !own.empty();
+    own.push_back({"打印预览(&P)", static_cast<int>(GridCommand::kPreview), {}, grouped});
     own.push_back({"导出到 Excel(&E)", static_cast<int>(GridCommand::kExport)});
   }
   const std::optional<int> chosen = forms.desktop().PopUp(own);
