@@ -159,11 +159,11 @@ std::vector<Command> Commands() {
       Awaited(306, "ek_KSLYCX"),
       Awaited(309, "Frm_YPCGJHDJ"),
       Awaited(310, "Frm_YPCGJHCX"),
-      Awaited(312, "Frm_YPCKGL"),
-      Awaited(313, "Frm_CKDCX"),
+      Opens(312, kIssueDesk),
+      Opens(313, kIssueQuery),
       Opens(335, kReturnToSupplier),
       Awaited(336, "Frm_YKTYCX"),
-      Awaited(338, "Frm_YFTKWindow"),
+      Opens(338, kPharmacyReturnDesk),
       Awaited(339, "Frm_CGJHB"),
       Opens(401, kChargeItems),
       Awaited(406, "Frm_TJYPLR"),
@@ -218,7 +218,7 @@ const std::vector<const Screen*>& FurtherScreens() {
       &kMainWindow,      &kLogin,          &kStorehouseChoice,      &kConnectionDialog, &kDictionaryHead,
       &kDictionaryLinks, &kInsuranceItems, &kProducerChoice,        &kProducerEditor,   &kDrugChoice,
       &kCatalogueImport, &kReceiptEntry,   &kReturnToSupplierEntry, &kStockTakeEntry,   &kRequisitionEntry,
-      &kLossEntry,
+      &kLossEntry,       &kIssueNote,      &kIssueNoteEntry,        &kReceiptChoice,    &kPharmacyReturn,
   };
   return screens;
 }

@@ -38,7 +38,7 @@ bool ConfirmSave(Desktop& desktop) {
 }
 
 bool HasLines(Desktop& desktop, const Grid& lines, const std::string& words) {
-  if (lines.MaxRows() > 0) return true;
+  if (lines.MaxRows() > 1 || (lines.MaxRows() == 1 && !lines.IsTotalRow(1))) return true;
   desktop.MsgBox({"系统提示您:\r\n\r\n" + words, box::kStop, "提示"});
   return false;
 }

@@ -14,7 +14,8 @@ void CheckNumber(NumberedMessages& messages, TextBox& number, const char* when_e
 
 /// Asks whether to save the document.
 bool ConfirmSave(Desktop& desktop);
-/// Whether the document has lines; tells it when there are none. @param words after the common heading
+/// Whether the document has lines, of which a total row left behind is none; tells it when there are none.
+/// @param words after the common heading
 bool HasLines(Desktop& desktop, const Grid& lines, const std::string& words = "入库项目明细不能为空");
 
 /// Whether the storehouse holds now what all the lines ask for, each by itself; names those for which it does not.
