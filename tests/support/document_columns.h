@@ -27,4 +27,9 @@ namespace supplier_return {
 inline constexpr int kCode = 1, kName = 2, kQuantity = 6, kPurchasePrice = 7, kBatch = 9, kRatio = 11;
 }  // namespace supplier_return
 
+/// Columns of the lines that go to a pharmacy.
+namespace issue_note {
+inline constexpr int kCode = 1, kQuantity = 8, kRatio = 13;
+}  // namespace issue_note
+
 }  // namespace luming

@@ -1,5 +1,6 @@
 #include "support/document_desk.h"
 
+#include "documents/issue_note.h"
 #include "documents/screens.h"
 #include "frame/user_rights.h"
 #include "screen/button.h"
@@ -30,6 +31,22 @@ Form& DocumentDesk::OpenScreen(const Screen& screen, std::shared_ptr<Connection>
 bool DocumentDesk::Save() {
   screen_.UserClick(screen_.Field<Button>("Command1"));
   return Lines().MaxRows() == 0;
+}
+
+ConfirmingDesk::ConfirmingDesk(const std::filesystem::path& home, std::shared_ptr<Connection> connection,
+                               const Clock& clock)
+    : DocumentDesk(kIssueDesk, home, std::move(connection), clock) {}
+
+void ConfirmingDesk::Open(const std::string& number) {
+  auto& note = app_.forms.Get<Frm_YFYPSL>(app_);
+  note.Begin(note_way::kConfirm);
+  note.LoadData(number);
+}
+
+bool ConfirmingDesk::Confirm() {
+  auto& note = app_.forms.Get<Frm_YFYPSL>(app_);
+  note.UserClick(note.Command2);
+  return note.IsUnloaded();
 }
 
 ReceiptDesk::ReceiptDesk(const std::filesystem::path& home, std::shared_ptr<Connection> connection, const Clock& clock)

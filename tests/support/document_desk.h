@@ -54,6 +54,18 @@ class DocumentDesk {
   Form& screen_;
 };
 
+/// The issue note's, as the storehouse confirms it.
+class ConfirmingDesk : public DocumentDesk {
+ public:
+  ConfirmingDesk(const std::filesystem::path& home, std::shared_ptr<Connection> connection, const Clock& clock);
+
+  /// Opens a note for its confirmation, in place of the one before.
+  void Open(const std::string& number);
+  /// Confirms it. False when the note stayed open; what the server refused behind the head's confirmation counts as
+  /// confirmed.
+  bool Confirm();
+};
+
 /// The receipt's.
 class ReceiptDesk : public DocumentDesk {
  public:

@@ -1,5 +1,6 @@
 // One workstation of several: saves receipts and returns to the supplier, in turn and of the same batch of the same
-// drugs, and tells of each attempt what became of it and how long it took.
+// drugs, and tells of each attempt what became of it and how long it took. Or it confirms issue notes that all the
+// others confirm at the same time.
 
 #include <chrono>
 #include <cstdio>
@@ -67,15 +68,26 @@ void Work(const std::filesystem::path& home, const char* address, int documents)
   }
 }
 
+void ConfirmAll(const std::filesystem::path& home, const char* address, int notes) {
+  const FixedClock clock{DateTime(2026, 3, 1, 10, 0, 0)};
+  std::shared_ptr<Connection> connection = NewConnection(home, clock);
+  connection->Open(address);
+  ConfirmingDesk desk(home, connection, clock);
+  for (int note = 1; note <= notes; ++note) {
+    desk.Open("N" + std::to_string(note));
+    std::printf("%s\n", desk.Confirm() ? "closed" : "kept open");
+  }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc != 4) {
-    std::fprintf(stderr, "usage: busy_client DIRECTORY CONNECTION DOCUMENTS\n");
+  if (argc < 4) {
+    std::fprintf(stderr, "usage: busy_client DIRECTORY CONNECTION DOCUMENTS [confirm]\n");
     return 2;
   }
   try {
-    Work(argv[1], argv[2], std::atoi(argv[3]));
+    (argc == 4 ? Work : ConfirmAll)(argv[1], argv[2], std::atoi(argv[3]));
     return 0;
   } catch (const Failure& failure) {
     std::printf("failure %s\n", failure.description().c_str());

@@ -1,5 +1,7 @@
 #include <functional>
 
+#include "documents/issue_desk.h"
+#include "documents/issue_note.h"
 #include "platform/tracing_connection.h"
 #include "screen/combo_box.h"
 #include "support/document_columns.h"
@@ -80,6 +82,45 @@ TEST_F(RoundTripsTest, AReturnToTheSupplierCostsAFewForItselfAndSevenForEachLine
   EXPECT_LE(save(20), one + 19 * 7);
   EXPECT_LE(save(100), one + 99 * 7);
   EXPECT_EQ(Stock(), 1000 - 122);
+}
+
+TEST_F(RoundTripsTest, AnIssueNoteCostsOneForEachLineAndItsConfirmationAsManyForAHundredLinesAsForOne) {
+  store->Execute(
+      "Update YF_YPML Set YKKCL=1000 Where YPBM='100001' "
+      "Insert Into YK_CurryPH(RKDH,YPBM,PH,SL,PFJ,PLJ,RKRQ) Values('0','100001','B',1000,1,1,'2026-02-01')");
+  auto& desk = app.forms.Get<Frm_YPCKGL>(app);
+  desk.EnsureLoaded();
+  const auto save = [&](int count) {
+    auto& note = app.forms.Get<Frm_YFYPSL>(app);
+    note.Begin(note_way::kAdd);
+    note.fpSpread1.SetMaxRows(count);
+    for (int row = 1; row <= count; ++row) {
+      note.fpSpread1.SetText(row, issue_note::kCode, "100001");
+      note.fpSpread1.SetText(row, issue_note::kQuantity, "1");
+      note.fpSpread1.SetText(row, issue_note::kRatio, "1");
+    }
+    desktop.answers.push_back(Answer::kYes);
+    trips = 0;
+    note.UserClick(note.Command1);
+    EXPECT_TRUE(note.IsUnloaded()) << "the note was not saved";
+    return trips;
+  };
+  const auto confirm = [&](const std::string& number) {
+    auto& note = app.forms.Get<Frm_YFYPSL>(app);
+    note.Begin(note_way::kConfirm);
+    note.LoadData(number);
+    trips = 0;
+    note.UserClick(note.Command2);
+    EXPECT_TRUE(note.IsUnloaded()) << "the note was not confirmed";
+    return trips;
+  };
+  save(1);
+  const int one = save(1);
+  EXPECT_LE(one, 6);
+  EXPECT_EQ(save(100), one + 99);
+  EXPECT_LE(confirm("202603010002"), 6) << "the question, the head, the move, both lists and the marks";
+  EXPECT_LE(confirm("202603010003"), 6);
+  EXPECT_EQ(Stock(), 1000 - 101);
 }
 
 }  // namespace
