@@ -87,6 +87,31 @@ std::string ReportOf(const Disagreement& found) {
   return text;
 }
 
+std::string ReportOf(const std::vector<Disagreement>& found) {
+  if (found.empty()) return "库存、批次和流水全部一致。\n";
+  const auto to_be_counted = std::ranges::count_if(found, &Disagreement::only_batches);
+  const auto damaged = std::ssize(found) - to_be_counted;
+  std::string text = damaged == 0 ? "库存和流水全部一致。\n"
+                                  : "库存、批次、流水不一致的药品共 " + std::to_string(damaged) + " 种（最小单位数量）：\n";
+  for (const Disagreement& drug : found) text += drug.only_batches ? "" : "\n" + ReportOf(drug);
+  if (to_be_counted == 0) return text;
+  text += "\n盘点或批发没有改动批次、批次合计与库存不同的药品共 " + std::to_string(to_be_counted) +
+          " 种，请逐个盘点并核对批次：\n\n";
+  for (const Disagreement& drug : found) {
+    if (!drug.only_batches) continue;
+    text += drug.code + "  " + drug.name + "  库存 " + NumberText(drug.counter) + "  批次合计 " +
+            NumberText(drug.batches) + "\n";
+  }
+  return text;
+}
+
+std::string ReportOf(const std::vector<UnmovedNote>& found) {
+  if (found.empty()) return {};
+  std::string text = "\n已确认但没有出库的出库单共 " + std::to_string(found.size()) + " 张：\n";
+  for (const UnmovedNote& note : found) text += note.number + "  " + note.confirmed + "\n";
+  return text;
+}
+
 }  // namespace
 
 std::vector<Disagreement> FindDisagreements(Connection& connection) {
@@ -104,27 +129,27 @@ std::vector<Disagreement> FindDisagreements(Connection& connection) {
   return found;
 }
 
+std::vector<UnmovedNote> FindUnmovedNotes(Connection& connection) {
+  std::vector<UnmovedNote> found;
+  Recordset notes = connection.Execute(
+      "Select SLDH,CKRQ,LYDW,YKQRR From YPSLD Where SFQR=1 And Exists(Select 1 From YPSLMX Where YPSLMX.SLDH=YPSLD.SLDH "
+      "And LSJ Is Null) Order by CKRQ,ID");
+  for (; !notes.Eof(); notes.MoveNext()) {
+    found.push_back({notes.Field("SLDH").TextOrEmpty(), notes.Field("CKRQ").Format("yyyy-mm-dd") + "  " +
+                                                            notes.Field("LYDW").TextOrEmpty() + "  " +
+                                                            notes.Field("YKQRR").TextOrEmpty()});
+  }
+  return found;
+}
+
 std::string CheckStore(const std::string& place, bool& agree) {
   const SystemClock clock;
   const std::shared_ptr<Connection> connection = OpenStore(place, clock);
-  const std::vector<Disagreement> found = FindDisagreements(*connection);
+  const std::vector<Disagreement> drugs = FindDisagreements(*connection);
+  const std::vector<UnmovedNote> notes = FindUnmovedNotes(*connection);
   connection->Close();
-  const auto to_be_counted = std::ranges::count_if(found, &Disagreement::only_batches);
-  const auto damaged = std::ssize(found) - to_be_counted;
-  agree = damaged == 0;
-  if (found.empty()) return "库存、批次和流水全部一致。\n";
-  std::string text = agree ? "库存和流水全部一致。\n"
-                           : "库存、批次、流水不一致的药品共 " + std::to_string(damaged) + " 种（最小单位数量）：\n";
-  for (const Disagreement& drug : found) text += drug.only_batches ? "" : "\n" + ReportOf(drug);
-  if (to_be_counted == 0) return text;
-  text += "\n盘点或批发没有改动批次、批次合计与库存不同的药品共 " + std::to_string(to_be_counted) +
-          " 种，请逐个盘点并核对批次：\n\n";
-  for (const Disagreement& drug : found) {
-    if (!drug.only_batches) continue;
-    text += drug.code + "  " + drug.name + "  库存 " + NumberText(drug.counter) + "  批次合计 " +
-            NumberText(drug.batches) + "\n";
-  }
-  return text;
+  agree = notes.empty() && std::ranges::all_of(drugs, &Disagreement::only_batches);
+  return ReportOf(drugs) + ReportOf(notes);
 }
 
 }  // namespace luming

@@ -23,9 +23,20 @@ struct Disagreement {
 /// Compares counter, batches and log of every drug. Reads only.
 std::vector<Disagreement> FindDisagreements(Connection& connection);
 
+/// An issue note that stands as confirmed although its stock has not moved: the second of the two calls never came
+/// through.
+struct UnmovedNote {
+  std::string number;
+  std::string confirmed;  ///< day, pharmacy and confirmer
+};
+
+/// Reads only.
+std::vector<UnmovedNote> FindUnmovedNotes(Connection& connection);
+
 /// The report of a store, as text for the operator. Failure when there is no store.
 /// @param place application directory or connection string
-/// @param agree set to whether everything agrees but for batches that are to be counted
+/// @param agree set to whether everything agrees, but for batches that are to be counted, and no note waits for its stock
+///              to be moved
 std::string CheckStore(const std::string& place, bool& agree);
 
 }  // namespace luming

@@ -249,6 +249,16 @@ TEST_F(StoreCheckTest, AStockTakeSetsTheLogAnew) {
   EXPECT_TRUE(agree);
 }
 
+TEST_F(StoreCheckTest, ANoteThatStandsAsConfirmedWithoutItsStockIsNamed) {
+  Run("Insert Into YPSLD(SLDH,LYDW,SFQR,YKQRR,CKRQ) Values('N1','西药房',1,'库管李','2026-02-27')");
+  Run("Insert Into YPSLD(SLDH,LYDW,SFQR) Values('N2','西药房',0)");
+  Run("Insert Into YPSLMX(SLDH,YPBM,SFSL,CLB) Values('N1','1',1,1)");
+  Run("Insert Into YPSLMX(SLDH,YPBM,SFSL,CLB) Values('N2','1',1,1)");
+  EXPECT_EQ(Report(),
+            "库存、批次和流水全部一致。\n\n已确认但没有出库的出库单共 1 张：\nN1  2026-02-27  西药房  库管李\n");
+  EXPECT_FALSE(agree);
+}
+
 TEST_F(StoreCheckTest, ADirectoryWithoutAStoreIsLeftAsItIs) {
   fs::create_directories(place / "other");
   ExpectInOrder(WordsOf([&] { CheckStore(place / "other", agree); }), {"不是应用程序目录", "other"});

@@ -20,7 +20,7 @@ int Check(const std::vector<std::string>& given, AdminConsole& console) {
 const AdminCommand kAdminCheck{
     "check",
     "  luming-admin check 目录|连接字符串\n"
-    "      只读检查：列出库存、批次和流水不一致的药品。全部一致返回 0，有不一致返回 1，出错返回 2。\n",
+    "      只读检查：列出库存、批次和流水不一致的药品，以及已确认但没有出库的出库单。全部一致返回 0，有不一致返回 1，出错返回 2。\n",
     Check};
 
 }  // namespace luming
